@@ -1,0 +1,24 @@
+// The program's values under HKEY_LOCAL_MACHINE\SOFTWARE\QorSoundKit, with the rule that a missing key means that
+// every value is missing. A value of the wrong type counts as missing and is logged. Nothing here throws.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace ProductSettings {
+
+constexpr wchar_t kProductKey[] = L"HKEY_LOCAL_MACHINE\\SOFTWARE\\QorSoundKit";
+constexpr wchar_t kUserKey[] = L"HKEY_CURRENT_USER\\SOFTWARE\\QorSoundKit";
+
+std::optional<uint32_t> readDword(const wchar_t *name);
+std::optional<std::wstring> readString(const wchar_t *name);
+
+// A failed write is logged; false tells of it.
+bool writeDword(const wchar_t *name, uint32_t value);
+bool writeBinary(const wchar_t *name, const void *bytes, size_t byteCount);
+
+// "DisplayName", or "QorSound Kit" where it is missing: window title and tray tool tip.
+std::wstring productDisplayName();
+
+} // namespace ProductSettings

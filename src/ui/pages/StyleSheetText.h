@@ -1,0 +1,24 @@
+// On/off states are shown by exchanging a text inside a widget's own style sheet, exactly and case-sensitively.
+#pragma once
+
+#include <QString>
+#include <QWidget>
+
+namespace StyleSheetText {
+
+// Replaces every occurrence of `from` by `to` in the widget's own style sheet.
+void replace(QWidget &widget, const QString &from, const QString &to);
+
+// Switch buttons: "btn_open.png" when on, "btn_close.png" when off.
+void showSwitch(QWidget &button, bool on);
+
+// Captions: "color: #FFFFFF;" when on, "color: #444645;" when off.
+void showCaption(QWidget &caption, bool on);
+
+// Choice buttons: "border: 1px solid #ef0303;" when marked, "border: none;" when not.
+void showMarked(QWidget &button, bool marked);
+
+// Sets the widget's background image (a resource path without ":"), replacing the url(...) of its own style sheet.
+void setBackgroundImage(QWidget &widget, const QString &resourcePath);
+
+} // namespace StyleSheetText

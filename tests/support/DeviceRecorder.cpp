@@ -1,0 +1,161 @@
+#include "support/DeviceRecorder.h"
+
+#define QOR_ECD_API_BUILD // the recorder defines the entry points
+#include "device/qor_ecd_api.h"
+
+#include <cstring>
+#include <windows.h>
+
+namespace {
+
+constexpr uint32_t kKey = 0x5A21C3E4;
+
+std::string narrow(const wchar_t *text) {
+    if (!text)
+        return "null";
+    std::string result;
+    for (; *text; ++text)
+        result += *text < 128 ? static_cast<char>(*text) : '?';
+    return result.empty() ? "\"\"" : result;
+}
+
+template <typename... Numbers>
+std::string line(const char *name, Numbers... numbers) {
+    std::string text = std::string(name) + "(";
+    bool first = true;
+    (void)std::initializer_list<int>{
+        (text += (first ? "" : ", ") + std::to_string(numbers), first = false, 0)...};
+    return text + ")";
+}
+
+DeviceRecorder &record(std::string text, uint32_t key = kKey) {
+    DeviceRecorder &recorder = DeviceRecorder::instance();
+    if (key != kKey)
+        text += " WRONG KEY";
+    recorder.calls.push_back(std::move(text));
+    recorder.callTimes.push_back(GetTickCount());
+    return recorder;
+}
+
+} // namespace
+
+DeviceRecorder &DeviceRecorder::instance() {
+    static DeviceRecorder recorder;
+    return recorder;
+}
+
+void DeviceRecorder::reset() {
+    *this = DeviceRecorder();
+}
+
+size_t DeviceRecorder::countOf(const std::string &prefix) const {
+    size_t count = 0;
+    for (const std::string &call : calls)
+        count += call.compare(0, prefix.size(), prefix) == 0;
+    return count;
+}
+
+int32_t init(uint32_t key) {
+    return record("init()", key).initResult;
+}
+
+int32_t getDeviceCount(uint32_t key) {
+    return record("getDeviceCount()", key).deviceCount;
+}
+
+int32_t getDeviceInfo(int32_t index, void *deviceInfo, uint32_t key) {
+    DeviceRecorder &recorder = record(line("getDeviceInfo", index), key);
+    if (recorder.infoResult >= 0)
+        std::memcpy(deviceInfo, &recorder.info, sizeof recorder.info);
+    return recorder.infoResult;
+}
+
+int32_t setDeviceProperty(void *deviceInfo, int32_t type, void *block, uint32_t key) {
+    DeviceRecorder &recorder = record(line("setDeviceProperty", type), key);
+    auto &info = *static_cast<DeviceInfo *>(deviceInfo);
+    if (type == 1) {
+        std::memcpy(&recorder.system, block, sizeof recorder.system);
+        if (recorder.updatesImage)
+            info.system = recorder.system.head;
+    } else if (type == 2) {
+        std::memcpy(&recorder.sound, block, sizeof recorder.sound);
+        if (recorder.updatesImage)
+            info.sound = recorder.sound;
+    } else if (type == 3) {
+        std::memcpy(&recorder.extension, block, sizeof recorder.extension);
+        if (recorder.updatesImage)
+            info.extension = recorder.extension;
+    }
+    if (type >= 1 && type <= 3)
+        ++recorder.writes[static_cast<size_t>(type)];
+    if (recorder.onWrite)
+        recorder.onWrite();
+    return 0;
+}
+
+int32_t releaseDeviceInfo(void *, uint32_t key) {
+    record("releaseDeviceInfo()", key);
+    return 0;
+}
+
+int32_t _exec_usb_encrypt(uint32_t key, uint32_t *id1, uint32_t *id2, uint32_t *id3, uint32_t *id4) {
+    DeviceRecorder &recorder = record(line("_exec_usb_encrypt", *id1, *id2, *id3, *id4), key);
+    *id1 = recorder.usbIds.id[0];
+    *id2 = recorder.usbIds.id[1];
+    *id3 = recorder.usbIds.id[2];
+    *id4 = recorder.usbIds.id[3];
+    return 0;
+}
+
+int32_t _hid_trans_data(uint32_t key, uint32_t id1, uint32_t id2, uint32_t id3, uint32_t id4,
+                        const uint8_t *output, uint8_t *input) {
+    DeviceRecorder &recorder = record(line("_hid_trans_data", id1, id2, id3, id4), key);
+    std::array<uint8_t, 64> report{};
+    std::memcpy(report.data(), output, report.size());
+    recorder.reports.push_back(report);
+    if (input)
+        std::memcpy(input, recorder.reply.data(), recorder.reply.size());
+    return recorder.transferResult;
+}
+
+int32_t _start_task(const wchar_t *fileName, const wchar_t *parameters, int32_t show, const wchar_t *folder) {
+    record("_start_task(" + narrow(fileName) + ", " + narrow(parameters) + ", " + std::to_string(show) + ", " +
+           narrow(folder) + ")");
+    return 1;
+}
+
+int32_t _kill_task(const wchar_t *fileName) {
+    record("_kill_task(" + narrow(fileName) + ")");
+    return 1;
+}
+
+int32_t _is_task_running(const wchar_t *fileName) {
+    return record("_is_task_running(" + narrow(fileName) + ")").taskRunning;
+}
+
+int32_t _getVolum(int32_t device, int32_t reserved) {
+    record(line("_getVolum", device, reserved));
+    return 0;
+}
+
+int32_t _SetVolum(int32_t volume, int32_t device, int32_t reserved) {
+    record(line("_SetVolum", volume, device, reserved));
+    return 0;
+}
+
+int32_t _SetMasterMute(int32_t muted, int32_t reserved) {
+    record(line("_SetMasterMute", muted, reserved));
+    return 0;
+}
+
+int32_t _IsAlreadyRun(const wchar_t *mutexName) {
+    return record("_IsAlreadyRun(" + narrow(mutexName) + ")").alreadyRuns;
+}
+
+int32_t _IsRunningAsAdmin() {
+    return record("_IsRunningAsAdmin()").elevated;
+}
+
+int32_t _RestartAsAdmin() {
+    return record("_RestartAsAdmin()").restartResult;
+}

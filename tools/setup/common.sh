@@ -1,0 +1,62 @@
+# Shared by the set-up scripts: places, messages, and the environment in which Wine runs.
+# Sourced, never run. Every script that sources it has `set -euo pipefail` on.
+
+ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+CACHE=${QORSOUND_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/qorsound-kit}
+BUILD=$ROOT/build
+TOOL_LINKS=$CACHE/mingw-links
+WINE=/usr/lib/wine/wine64
+
+say() { printf '%s\n' "-- $*"; }
+die() { printf '%s\n' "error: $*" >&2; exit 1; }
+
+# need_space DIR MEGABYTES: one clear line instead of a compiler error in the middle of a build.
+need_space() {
+    mkdir -p "$1" || die "cannot create $1"
+    local free
+    free=$(df -Pm "$1" | awk 'NR==2 {print $4}')
+    [ "$free" -ge "$2" ] || die "$1 has $free MB free; this step needs about $2 MB"
+}
+
+# The Qt build is named by its version and by the recipe that made it, so that a changed recipe
+# is rebuilt and a new checkout on the same machine finds the finished one.
+QT_VERSION=5.15.8
+qt_dir() {
+    local recipe
+    recipe=$(cat "$ROOT/tools/setup/qt.sh" "$ROOT/tools/setup/qt-options.txt" | sha256sum | cut -c1-12)
+    printf '%s\n' "$CACHE/qt-$QT_VERSION-$recipe"
+}
+
+# mkspecs call ${CROSS_COMPILE}g++; Debian names the POSIX-threads compilers ...-posix. A folder of
+# links in front of PATH leaves the system's alternatives alone.
+make_tool_links() {
+    mkdir -p "$TOOL_LINKS"
+    local tool
+    for tool in gcc g++ cpp; do
+        ln -sfn "/usr/bin/x86_64-w64-mingw32-$tool-posix" "$TOOL_LINKS/x86_64-w64-mingw32-$tool"
+    done
+    export PATH="$TOOL_LINKS:$PATH"
+}
+
+wine_environment() {
+    export WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} LC_ALL=C.UTF-8
+    export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
+    unset WAYLAND_DISPLAY || true
+}
+
+wine_template_dir() {
+    local recipe
+    recipe=$(cat "$ROOT/tools/setup/wine.sh" "$ROOT/tools/wine/base.reg" | sha256sum | cut -c1-12)
+    printf '%s\n' "$CACHE/prefix-$recipe"
+}
+
+# copy_prefix DIR: a prefix of its own from the template in some 20 ms. The registry files are real
+# copies, because wineserver writes a hard-linked file in place and would change the template.
+copy_prefix() {
+    local template
+    template=$(wine_template_dir)
+    mkdir -p "$(dirname "$1")"
+    cp -al "$template" "$1" 2>/dev/null || { rm -rf "$1"; cp -a "$template" "$1"; }
+    cp --remove-destination "$template"/*.reg "$1"/
+    rm -f "$1/wineserver"
+}
