@@ -1,0 +1,249 @@
+#include "helpers/LogHelper.h"
+
+#include "helpers/ProductSettings.h"
+#include "helpers/Registry.h"
+#include "helpers/WinHandles.h"
+
+#include <cstdarg>
+#include <fcntl.h>
+#include <io.h>
+#include <memory>
+#include <mutex>
+#include <windows.h>
+
+namespace {
+
+struct Settings {
+    bool initialised = false;
+    std::wstring logPath;
+    FILE *persistentStream = nullptr; // when set: every write goes there, flushed and never closed
+    bool traceEnabled = false;
+    bool noPrefix = false;
+    bool consoleColours = false;
+    bool append = false; // whole-file writer: seek to the end instead of the start
+    int32_t levelLow = 0;
+    int32_t levelHigh = 0;
+};
+
+constexpr WORD kGreen = 2;
+constexpr WORD kBrightRed = 12;
+constexpr WORD kDefaultColour = 7;
+
+// Guards the settings only. Lines are written without a lock, each by one append.
+std::mutex settingsMutex;
+Settings settings;
+
+Settings currentSettings() {
+    const std::lock_guard<std::mutex> lock(settingsMutex);
+    return settings;
+}
+
+struct FileCloser {
+    void operator()(FILE *file) const noexcept { std::fclose(file); }
+};
+using UniqueFile = std::unique_ptr<FILE, FileCloser>;
+
+std::wstring temporaryFolder() {
+    wchar_t folder[255];
+    const DWORD length = GetTempPathW(255, folder);
+    return length < 255 ? std::wstring(folder, length) : std::wstring();
+}
+
+// Text mode, appending. The handle has append rights alone, so that lines of several threads and processes do not
+// overwrite each other between the seek and the write.
+UniqueFile openForAppend(const std::wstring &path) {
+    UniqueFileHandle handle(CreateFileW(path.c_str(), FILE_APPEND_DATA | SYNCHRONIZE,
+                                        FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
+                                        FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!handle)
+        return nullptr;
+    const int descriptor = _open_osfhandle(reinterpret_cast<intptr_t>(handle.get()), _O_APPEND | _O_TEXT);
+    if (descriptor == -1)
+        return nullptr;
+    handle.release(); // the descriptor owns it now
+    UniqueFile file(_fdopen(descriptor, "at"));
+    if (!file)
+        _close(descriptor);
+    return file;
+}
+
+// Formats with the Microsoft C runtime's rules for wide formats.
+std::wstring formatted(const wchar_t *format, va_list arguments) {
+    va_list again;
+    va_copy(again, arguments);
+    const int length = _vscwprintf(format, again);
+    va_end(again);
+    if (length <= 0)
+        return {};
+    std::wstring text(static_cast<size_t>(length) + 1, L'\0');
+    _vsnwprintf(text.data(), text.size(), format, arguments);
+    text.resize(static_cast<size_t>(length));
+    return text;
+}
+
+std::wstring formatted(const wchar_t *format, ...) {
+    va_list arguments;
+    va_start(arguments, format);
+    std::wstring text = formatted(format, arguments);
+    va_end(arguments);
+    return text;
+}
+
+std::string utf8(const std::wstring &text) {
+    const int length = static_cast<int>(text.size());
+    const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
+    std::string bytes(static_cast<size_t>(size), '\0');
+    WideCharToMultiByte(CP_UTF8, 0, text.data(), length, bytes.data(), size, nullptr, nullptr);
+    return bytes;
+}
+
+DWORD processOfThread(DWORD threadId) {
+    const UniqueHandle thread(OpenThread(THREAD_QUERY_INFORMATION, FALSE, threadId));
+    return thread ? GetProcessIdOfThread(thread.get()) : 65535;
+}
+
+std::wstring linePrefix(const char *sourceFile, uint32_t line, const char *function) {
+    SYSTEMTIME now;
+    GetLocalTime(&now);
+    const DWORD threadId = GetCurrentThreadId();
+    return formatted(L"%d %02d:%02d:%02d.%03d %d %S (%S:%d): ", processOfThread(threadId), now.wHour,
+                     now.wMinute, now.wSecond, now.wMilliseconds, threadId, function, sourceFile, line);
+}
+
+void setConsoleColour(WORD attribute) {
+    SetConsoleTextAttribute(GetStdHandle(STD_OUTPUT_HANDLE), attribute);
+}
+
+void writeLine(const Settings &use, const char *sourceFile, uint32_t line, const char *function, bool isTrace,
+               const std::wstring &message) {
+    UniqueFile own;
+    FILE *stream = use.persistentStream;
+    if (!stream) {
+        own = openForAppend(use.logPath);
+        stream = own.get();
+    }
+    if (!stream)
+        return;
+    std::wstring text;
+    if (!use.noPrefix)
+        text += linePrefix(sourceFile, line, function);
+    if (isTrace)
+        text += L"(TRACE) ";
+    text += message + L"\n";
+
+    if (use.consoleColours)
+        setConsoleColour(isTrace ? kGreen : kBrightRed);
+    std::fputs(utf8(text).c_str(), stream);
+    if (use.consoleColours)
+        setConsoleColour(kDefaultColour);
+    if (use.persistentStream)
+        std::fflush(stream);
+}
+
+// An already enabled trace is never switched off here.
+void readRegistrySettings(Settings &into) {
+    const wchar_t *key = ProductSettings::kProductKey;
+    if (Registry::ValueExists(key, L"EnableTrace") && Registry::ReadStringValue(key, L"EnableTrace") == L"true")
+        into.traceEnabled = true;
+    into.levelLow = 0;
+    into.levelHigh = 0;
+    if (!into.traceEnabled)
+        return;
+    if (Registry::ValueExists(key, L"level_low"))
+        into.levelLow = static_cast<int32_t>(Registry::ReadDwordValue(key, L"level_low"));
+    if (Registry::ValueExists(key, L"level_hi"))
+        into.levelHigh = static_cast<int32_t>(Registry::ReadDwordValue(key, L"level_hi"));
+}
+
+void initialiseOnce() {
+    std::wstring failure;
+    Settings use;
+    {
+        const std::lock_guard<std::mutex> lock(settingsMutex);
+        if (settings.initialised)
+            return;
+        settings.initialised = true;
+        settings.logPath = LogFilePath();
+        try {
+            readRegistrySettings(settings);
+        } catch (const RegistryException &error) {
+            failure = error.message();
+        }
+        use = settings;
+    }
+    if (!failure.empty())
+        writeLine(use, "helpers/LogHelper", 69, "log", false, failure);
+}
+
+UniqueFile openFile(const wchar_t *path, const wchar_t *mode) {
+    return UniqueFile(_wfopen(path, mode));
+}
+
+} // namespace
+
+void LogWrite(const char *sourceFile, uint32_t line, const char *function, bool isTrace, const wchar_t *format,
+              ...) {
+    initialiseOnce();
+    const Settings use = currentSettings();
+    if (isTrace && !use.traceEnabled)
+        return;
+    va_list arguments;
+    va_start(arguments, format);
+    const std::wstring message = formatted(format, arguments);
+    va_end(arguments);
+    writeLine(use, sourceFile, line, function, isTrace, message);
+}
+
+void LogConfigure(FILE *stream, bool traceEnabled, bool noPrefix, bool consoleColours) {
+    const std::lock_guard<std::mutex> lock(settingsMutex);
+    settings.initialised = true;
+    settings.persistentStream = stream;
+    settings.traceEnabled = traceEnabled;
+    settings.noPrefix = noPrefix;
+    settings.consoleColours = consoleColours;
+    if (settings.logPath.empty())
+        settings.logPath = LogFilePath(); // with a null stream, lines go to the file
+}
+
+void LogReset() {
+    const std::lock_guard<std::mutex> lock(settingsMutex);
+    settings.initialised = false;
+    settings.logPath.clear();
+    settings.traceEnabled = false;
+}
+
+std::wstring LogFilePath() {
+    return temporaryFolder() + L"QorSoundKit.log";
+}
+
+bool LogLevelEnabled(int32_t level) {
+    const Settings use = currentSettings();
+    if (use.levelLow == use.levelHigh)
+        return level == use.levelLow;
+    return use.levelLow <= level && level <= use.levelHigh;
+}
+
+void LogWriteTo(const wchar_t *path, const wchar_t *format, ...) {
+    va_list arguments;
+    va_start(arguments, format);
+    const std::string text = utf8(formatted(format, arguments));
+    va_end(arguments);
+    WriteFileBytes(path, text.data(), text.size());
+}
+
+int WriteFileBytes(const wchar_t *path, const void *bytes, size_t byteCount) {
+    const Settings use = currentSettings();
+    errno = 0;
+    UniqueFile own = use.persistentStream ? nullptr : openFile(path, L"wb");
+    FILE *stream = use.persistentStream ? use.persistentStream : own.get();
+    if (!stream)
+        return errno;
+    std::fseek(stream, 0, use.append ? SEEK_END : SEEK_SET);
+    std::fwrite(bytes, 1, byteCount, stream);
+    return own ? std::fclose(own.release()) : std::fflush(stream);
+}
+
+void ReadFileBytes(const wchar_t *path, void *bytes, size_t byteCount) {
+    if (const UniqueFile file = openFile(path, L"r"))
+        std::fread(bytes, 1, byteCount, file.get());
+}
