@@ -1,0 +1,28 @@
+#include "ui/pages/BatteryReport.h"
+
+#include <algorithm>
+
+namespace {
+
+const char *const kConnected = "/page4/png/usb_cnt.png";
+const char *const kDisconnected = "/page4/png/usb_dis.png";
+
+// There is no picture of 90 %: from there on the battery is drawn full.
+std::string levelImage(int percent) {
+    return "/page4/png/bp_" + std::to_string(percent < 90 ? percent : 100) + ".png";
+}
+
+} // namespace
+
+std::array<uint8_t, 64> makeBatteryRequest() {
+    return {0x0B, 0x01};
+}
+
+BatteryView describeBattery(const std::array<uint8_t, 64> &reply) {
+    if (reply[1] == 0)
+        return {kDisconnected, "/page4/png/bp_none.png", ""};
+    if (reply[2] == 1)
+        return {kConnected, "/page4/png/chging.png", ""};
+    const int percent = (reply[3] + 1) * 10;
+    return {kConnected, levelImage(percent), std::to_string(std::min(percent, 100)) + "%"};
+}
