@@ -1,0 +1,27 @@
+// A dialog drawn inside the main window, above its pages. With the frameless hint as its only window flag it is a
+// child of the window and not a window of its own, so its position is in the main window's coordinates.
+#pragma once
+
+#include <QDialog>
+#include <QPointer>
+
+class EmbeddedDialog {
+public:
+    explicit EmbeddedDialog(QWidget &mainWindow);
+    ~EmbeddedDialog();
+    EmbeddedDialog(const EmbeddedDialog &) = delete;
+    EmbeddedDialog &operator=(const EmbeddedDialog &) = delete;
+
+    // Where the form is built and buttons are connected.
+    QDialog *dialog() const { return dialog_; }
+
+    // After the form is built and before anything that depends on the window flags.
+    void makeFrameless();
+
+    // Shows the dialog in the middle of the main window and returns when it has been closed.
+    void run();
+
+private:
+    QWidget &mainWindow_;
+    QPointer<QDialog> dialog_; // the main window may end, with its children, while the dialog runs
+};

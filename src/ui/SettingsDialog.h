@@ -1,0 +1,43 @@
+// The settings dialog: interface language, tray icon, start tip. Made when it is opened, gone when it is closed.
+// One object, owned by the main window.
+#pragma once
+
+#include "helpers/InterfaceLanguage.h"
+#include "ui/DialogState.h"
+#include "ui/Translation.h"
+
+#include <optional>
+#include <QWidget>
+
+class QDialog;
+namespace Ui {
+class dlgsetting;
+}
+
+class SettingsDialog {
+public:
+    SettingsDialog(QWidget &mainWindow, InterfaceLanguage &language, DialogState &state, Translation &translation);
+
+    // Returns when the dialog has been closed, or at once when a dialog is open already.
+    void OpenSettingsDialog();
+
+    // The Confirm button: stores the choices, applies the language, closes the dialog. A choice that cannot be
+    // stored (logged) still holds for this run. Nothing happens while no dialog is open.
+    void SaveSettings();
+
+    // True when closing the main window shall hide it behind the tray icon: the registry value "isAddSysicon",
+    // where a missing one counts as yes.
+    bool hidesToTray() const;
+
+private:
+    void fill(Ui::dlgsetting &form);
+    void close();
+
+    QWidget &mainWindow_;
+    InterfaceLanguage &language_;
+    DialogState &state_;
+    Translation &translation_;
+    QDialog *dialog_ = nullptr;      // while open
+    Ui::dlgsetting *form_ = nullptr; // while open
+    std::optional<bool> unsavedTrayChoice_;
+};
