@@ -239,8 +239,9 @@ int WriteFileBytes(const wchar_t *path, const void *bytes, size_t byteCount) {
     if (!stream)
         return errno;
     std::fseek(stream, 0, use.append ? SEEK_END : SEEK_SET);
-    std::fwrite(bytes, 1, byteCount, stream);
-    return own ? std::fclose(own.release()) : std::fflush(stream);
+    const bool whole = std::fwrite(bytes, 1, byteCount, stream) == byteCount;
+    const int result = own ? std::fclose(own.release()) : std::fflush(stream);
+    return whole ? result : EOF;
 }
 
 void ReadFileBytes(const wchar_t *path, void *bytes, size_t byteCount) {

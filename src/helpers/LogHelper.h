@@ -21,11 +21,12 @@ bool LogLevelEnabled(int32_t level);
 
 void LogWriteTo(const wchar_t *path, const wchar_t *format, ...);
 
-// Writes all bytes, replacing the file. Returns the open error (errno), else the result of the closing flush: 0.
+// Writes all bytes, replacing the file. Returns the open error (errno), else the result of the closing
+// flush: 0, or EOF when not all bytes could be written.
 int WriteFileBytes(const wchar_t *path, const void *bytes, size_t byteCount);
 // Reads up to byteCount bytes in text mode; a file that cannot be opened leaves the buffer untouched.
 void ReadFileBytes(const wchar_t *path, void *bytes, size_t byteCount);
 
-// LOG(L"...%s", ...): an ordinary line that names its own place.
+// QOR_LOG(L"...%s", ...): an ordinary line that names its own place; QOR_TRACE: a trace line.
 #define QOR_LOG(...) LogWrite(__FILE_NAME__, static_cast<uint32_t>(__LINE__), __func__, false, __VA_ARGS__)
 #define QOR_TRACE(...) LogWrite(__FILE_NAME__, static_cast<uint32_t>(__LINE__), __func__, true, __VA_ARGS__)

@@ -3,11 +3,25 @@
 #include "helpers/LogHelper.h"
 #include "helpers/Registry.h"
 
-#include <exception>
+#include <mutex>
+#include <new>
+#include <set>
 
 namespace ProductSettings {
 
 namespace {
+
+// Each failure is logged once: some values are read ten times a second.
+void logOnce(const std::wstring &message) {
+    static std::mutex mutex;
+    static std::set<std::wstring> logged;
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        if (!logged.insert(message).second)
+            return;
+    }
+    QOR_LOG(L"%s", message.c_str());
+}
 
 // Runs a registry operation; a failure is logged and gives `otherwise`.
 template <typename Operation, typename Result>
@@ -15,9 +29,9 @@ Result logged(Operation operation, Result otherwise) {
     try {
         return operation();
     } catch (const RegistryException &error) {
-        QOR_LOG(L"%s", error.message().c_str());
-    } catch (const std::exception &error) {
-        QOR_LOG(L"%S", error.what());
+        logOnce(error.message());
+    } catch (const std::bad_alloc &) {
+        // Out of memory: the value counts as missing; there is no room for a log line either.
     }
     return otherwise;
 }

@@ -1,0 +1,46 @@
+#include "app/StartUp.h"
+#include "ui/StartTip.h"
+#include "ui/demo.h"
+
+#include "helpers/ProductSettings.h"
+
+#include <QApplication>
+#include <QFont>
+#include <QScreen>
+
+#include <memory>
+
+namespace {
+
+void centreOnPrimaryScreen(QWidget &window) {
+    const QSize screen = QGuiApplication::primaryScreen()->geometry().size();
+    window.move((screen.width() - window.width()) / 2, (screen.height() - window.height()) / 2);
+}
+
+int runPanel(QApplication &application) {
+    QApplication::setFont(QFont(QStringLiteral("Microsoft YaHei")));
+    application.setStyleSheet(QStringLiteral("QPushButton:focus { outline: none; }"));
+
+    // On the heap: the paths that end the process from within destroy the window themselves.
+    const auto window = std::make_unique<demo>();
+    centreOnPrimaryScreen(*window);
+    window->setWindowTitle(QString::fromStdWString(ProductSettings::productDisplayName()));
+    window->show();
+    if (ProductSettings::readDword(L"isStartShow").value_or(0) != 0)
+        ShowStartTip(window.get());
+    return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char *argv[]) {
+    if (const StartUp::Ending ending = StartUp::ensureElevated())
+        return *ending;
+    StartUp::takeOverFromRunningInstance();
+    if (const StartUp::Ending ending = StartUp::requireDevice())
+        return *ending;
+
+    qputenv("QT_ENABLE_HIGHDPI_SCALING", "1");
+    QApplication application(argc, argv);
+    return runPanel(application);
+}

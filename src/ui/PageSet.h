@@ -1,0 +1,61 @@
+// All page controllers, built in the order in which the device expects their first calls. Owned by the main window.
+#pragma once
+
+#include "ui/pages/PageContext.h"
+#include "ui/pages/VolumePage.h"
+
+#include <functional>
+#include <memory>
+#include <QPushButton>
+
+class BatteryStatus;
+class EqualizerPage;
+class ExclusiveEffects;
+class FirmwarePage;
+class LedPage;
+class MicrophonePage;
+class NoiseReductionPage;
+class RoomEffectsPage;
+class SampleRatePage;
+class SoftwareUpdate;
+class SoundFieldPage;
+class SpatialSoundPage;
+class StatusStrip;
+class Translation;
+class VoiceEffectsPage;
+class WindowTimers;
+
+class PageSet {
+public:
+    PageSet(PageContext context, WindowTimers &timers, const QString &curveFilePath,
+            VolumePage::Services volumeServices);
+    ~PageSet();
+
+    // What has to be written back after every change of language.
+    void addRefillsTo(Translation &translation);
+
+    // The update check of start-up; a new version presses updateButton.
+    void checkForUpdateAtStart(QPushButton &updateButton);
+
+    // Position 0..3 of the room page's hidden combo box.
+    void selectRoomMode(int index);
+    bool upgradeInProgress() const;
+
+private:
+    // In the order of construction.
+    std::unique_ptr<VolumePage> volume_;
+    std::unique_ptr<SampleRatePage> sampleRate_;
+    std::unique_ptr<ExclusiveEffects> exclusiveEffects_;
+    std::unique_ptr<EqualizerPage> equalizer_;
+    std::unique_ptr<RoomEffectsPage> roomEffects_;
+    std::unique_ptr<SoundFieldPage> soundField_;
+    std::unique_ptr<SpatialSoundPage> spatialSound_;
+    std::unique_ptr<MicrophonePage> microphone_;
+    std::unique_ptr<VoiceEffectsPage> voiceEffects_;
+    std::unique_ptr<NoiseReductionPage> noiseReduction_;
+    std::unique_ptr<LedPage> led_;
+    std::unique_ptr<BatteryStatus> battery_;
+    std::unique_ptr<StatusStrip> statusStrip_;
+    std::unique_ptr<FirmwarePage> firmware_;
+    std::unique_ptr<SoftwareUpdate> update_;
+};

@@ -1,0 +1,243 @@
+#include "ui/demo.h"
+
+#include "device/DeviceApi.h"
+#include "device/DeviceInitialisation.h"
+#include "helpers/ProductSettings.h"
+#include "hid/DeviceEventListener.h"
+#include "ui/LanguageChoice.h"
+#include "ui/MakerActions.h"
+#include "ui/Navigation.h"
+#include "ui/PageSet.h"
+#include "ui/ProcessEnd.h"
+#include "ui/SettingsDialog.h"
+#include "ui/Translation.h"
+#include "ui/TrayIcon.h"
+#include "ui/VersionDialog.h"
+#include "ui/pages/SystemVolumeWatcher.h"
+#include "ui_demoClass.h"
+
+#include <QFile>
+#include <QMouseEvent>
+#include <QSlider>
+#include <QToolTip>
+
+namespace {
+
+constexpr int kLastTick = 100;
+constexpr wchar_t kHelperProcess[] = L"normal.exe"; // plays the microphone into the headset
+
+PageContext contextOf(demo &window, Ui::demoClass &form, DeviceState &device, VolumeFlags &volume,
+                      InterfaceLanguage &language) {
+    return {window, form, device, volume, language};
+}
+
+QString panelStyleSheet() {
+    QFile file(QStringLiteral(":/styles/panel.qss"));
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+} // namespace
+
+demo::demo(QWidget *parent)
+    : QMainWindow(parent), form_(std::make_unique<Ui::demoClass>()), timers_(this),
+      curveFilePath_(QCoreApplication::applicationDirPath() + QStringLiteral("/config/eqs.bin")) {
+    setUpForm();
+    setWindowFlags(Qt::FramelessWindowHint | Qt::WindowMinimizeButtonHint);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAttribute(Qt::WA_NoSystemBackground);
+    setAutoFillBackground(true);
+    connect(&timers_.reLayout, &QTimer::timeout, this, &demo::layOutAgain);
+    timers_.reLayout.start();
+    QToolTip::setFont(QFont(QStringLiteral("Arial"), 9, QFont::Bold, false));
+    initialiseDevice();
+    setAttribute(Qt::WA_TranslucentBackground);
+    keepFocusOffSliders();
+}
+
+demo::~demo() {
+    timers_.stopAll();
+    DeviceApi::killTask(kHelperProcess);
+    delete volumeWatcher_;
+    device_.system.head.monitoringOn = 0;
+    device_.saveType1Block();
+    DeviceApi::releaseDevice(device_.info);
+    detachDeviceEventListener();
+}
+
+void demo::setUpForm() {
+    form_->setupUi(this);
+    setAutoFillBackground(true);
+    // What no widget covers (the frame around the central widget) is painted in the window's own colour.
+    QPalette colours = palette();
+    colours.setColor(QPalette::Window, Qt::black);
+    setPalette(colours);
+    form_->centralWidget->setStyleSheet(panelStyleSheet());
+}
+
+void demo::initialiseDevice() {
+    trayIcon_ = std::make_unique<TrayIcon>(*this);
+    if (ProductSettings::readDword(L"isAddSysicon").value_or(0) != 0)
+        ShowTray();
+    configFilePath_ = DeviceInitialisation::configFilePath();
+    DeviceInitialisation::ensureUserKey();
+    if (!DeviceInitialisation::readDevice(device_, curveFilePath_.toStdWString()))
+        endProcessAtOnce();
+    DeviceInitialisation::applyStoredVolumes(device_);
+    DeviceInitialisation::writeBlocks(device_);
+    setUpPages();
+    startHandoverPoll();
+    DeviceApi::readUsbIds(device_.usbIds);
+    pages_->checkForUpdateAtStart(*navigation_->button(11));
+}
+
+void demo::setUpPages() {
+    const PageContext context = contextOf(*this, *form_, device_, volumeFlags_, language_);
+    translation_ = std::make_unique<Translation>(*this, context);
+    settings_ = std::make_unique<SettingsDialog>(*this, language_, dialogState_, *translation_);
+    connectTopBar();
+    navigation_ = std::make_unique<Navigation>(*this, *form_->stackedWidget, this);
+    ChooseLanguage();
+
+    VolumePage::Services services;
+    services.startTimersAndWatcher = [this] { return startTimersAndWatcher(); };
+    services.startListener = [this] {
+        startDeviceEventListener(&device_.sound.virtualSurroundOn, form_->pushButton_32);
+    };
+    pages_ = std::make_unique<PageSet>(context, timers_, curveFilePath_, std::move(services));
+    pages_->addRefillsTo(*translation_);
+    // By name: the slot is part of the window's meta-object.
+    connect(form_->comboBox_2, SIGNAL(currentIndexChanged(int)), this,
+            SLOT(event_page4_onCurrentIndexChanged(int)));
+}
+
+void demo::connectTopBar() {
+    connect(form_->pushButton_3, &QPushButton::clicked, this, &demo::ShowVersionDialog);
+    connect(form_->pushButton_2, &QPushButton::clicked, this, &demo::OpenSettingsDialog);
+    connect(form_->pushButton_1, &QPushButton::clicked, this, &demo::minimise);
+    connect(form_->pushButton, &QPushButton::clicked, this, &demo::closeOrHide);
+    addTopBarMenu(
+        *form_->widget_top, [this] { OpenMakerWebSite(); }, [this] { OpenRecordingSettings(); });
+}
+
+SystemVolumeWatcher *demo::startTimersAndWatcher() {
+    connect(&timers_.tick, &QTimer::timeout, this, &demo::countTick);
+    timers_.tick.start();
+    timers_.battery.start();
+    timers_.firstBattery.start(); // fires when the event loop first runs: the window is up then
+    volumeWatcher_ = new SystemVolumeWatcher(this);
+    return volumeWatcher_;
+}
+
+void demo::startHandoverPoll() {
+    if (ProductSettings::readString(L"EnableAllDev") == std::wstring(L"true"))
+        return;
+    connect(&timers_.handover, &QTimer::timeout, this, &demo::pollHandover);
+    timers_.handover.start();
+}
+
+void demo::keepFocusOffSliders() {
+    setFocusPolicy(Qt::NoFocus);
+    for (QSlider *slider : findChildren<QSlider *>()) {
+        slider->setFocusPolicy(Qt::NoFocus);
+        for (QWidget *child : slider->findChildren<QWidget *>())
+            child->setFocusPolicy(Qt::NoFocus);
+    }
+}
+
+void demo::layOutAgain() {
+    if (QLayout *layout = centralWidget()->layout()) {
+        layout->invalidate();
+        layout->activate();
+    }
+    for (QWidget *child : findChildren<QWidget *>()) {
+        child->updateGeometry();
+        child->repaint();
+    }
+    update();
+    repaint();
+}
+
+void demo::ShowVersionDialog() {
+    ::ShowVersionDialog(*this, language_, dialogState_);
+}
+
+void demo::OpenSettingsDialog() {
+    settings_->OpenSettingsDialog();
+}
+
+void demo::SaveSettings() {
+    settings_->SaveSettings();
+}
+
+void demo::LoadTranslation() {
+    translation_->LoadTranslation();
+}
+
+void demo::ChooseLanguage() {
+    language_.code = ::ChooseLanguage();
+    LoadTranslation();
+}
+
+void demo::OpenMakerWebSite() {
+    ::OpenMakerWebSite();
+}
+
+void demo::OpenRecordingSettings() {
+    ::OpenRecordingSettings();
+}
+
+void demo::ShowTray() {
+    trayIcon_->show();
+}
+
+void demo::event_page4_onCurrentIndexChanged(int index) {
+    pages_->selectRoomMode(index);
+}
+
+void demo::mousePressEvent(QMouseEvent *event) {
+    if (event->button() != Qt::LeftButton || event->y() >= form_->widget_top->height())
+        return;
+    dragging_ = true;
+    pressPosition_ = event->pos();
+}
+
+void demo::mouseMoveEvent(QMouseEvent *event) {
+    if (dragging_)
+        move(mapToGlobal(event->pos() - pressPosition_));
+}
+
+void demo::mouseReleaseEvent(QMouseEvent *) {
+    dragging_ = false;
+}
+
+// Companion tools read the three snapshots; the panel itself does not.
+void demo::minimise() {
+    ProductSettings::writeBinary(L"{6F8E9E8B-C370-48D3-A20E-D1CA1D61BB3C}", &device_.sound, sizeof device_.sound);
+    ProductSettings::writeBinary(L"{983E6A3C-E1AE-49BD-9E50-8FCB108C3F8D}", &device_.extension,
+                                 sizeof device_.extension);
+    ProductSettings::writeBinary(L"{F5530E75-A2A5-43E8-B9DF-1A1E225B5D1A}", &device_.system.head,
+                                 sizeof device_.system.head);
+    showMinimized();
+}
+
+void demo::closeOrHide() {
+    if (!settings_->hidesToTray())
+        endProcess(this);
+    ShowTray();
+    hide();
+}
+
+void demo::pollHandover() {
+    if (ProductSettings::readDword(L"exitCmd").value_or(0) == 0)
+        return;
+    ProductSettings::writeDword(L"exitCmd", 0);
+    endProcess(this);
+}
+
+// Stands still while a firmware upgrade runs.
+void demo::countTick() {
+    if (pages_ && pages_->upgradeInProgress())
+        return;
+    if (++tickCount_ > kLastTick)
+        tickCount_ = 0;
+}

@@ -1,0 +1,85 @@
+// The main window: frameless, custom-drawn, and the composition root of the panel. It owns the form, the device's
+// settings, the timers and the pages; what a page does is in the page's own class. GUI thread only.
+#pragma once
+
+#include "device/DeviceState.h"
+#include "helpers/InterfaceLanguage.h"
+#include "ui/DialogState.h"
+#include "ui/WindowTimers.h"
+#include "ui/pages/VolumeFlags.h"
+
+#include <memory>
+#include <QMainWindow>
+
+class Navigation;
+class PageSet;
+class SettingsDialog;
+class SystemVolumeWatcher;
+class Translation;
+class TrayIcon;
+namespace Ui {
+class demoClass;
+}
+
+class demo : public QMainWindow {
+    Q_OBJECT
+
+public:
+    // Reads the device and builds everything; ends the process with exit code 0 when the device cannot be read.
+    explicit demo(QWidget *parent = nullptr);
+    // Stops the helper process and writes the system block a last time before the device is released.
+    ~demo() override;
+
+    void ShowVersionDialog();
+    void OpenSettingsDialog();
+    void SaveSettings();
+    void LoadTranslation();
+    void ChooseLanguage();
+    void OpenMakerWebSite();
+    void OpenRecordingSettings();
+    // Creates the tray icon, once per process.
+    void ShowTray();
+
+public slots:
+    // Index of the hidden position combo box: 0..3 choose that position, others are ignored.
+    void event_page4_onCurrentIndexChanged(int index);
+
+protected slots:
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+
+private:
+    void setUpForm();
+    void initialiseDevice();
+    void setUpPages();
+    void connectTopBar();
+    SystemVolumeWatcher *startTimersAndWatcher();
+    void startHandoverPoll();
+    void keepFocusOffSliders();
+    void layOutAgain();
+
+    void minimise();
+    void closeOrHide();
+    void pollHandover();
+    void countTick();
+
+    std::unique_ptr<Ui::demoClass> form_;
+    DeviceState device_;
+    VolumeFlags volumeFlags_;
+    InterfaceLanguage language_;
+    DialogState dialogState_;
+    WindowTimers timers_;
+    QString curveFilePath_;
+    std::wstring configFilePath_; // named for companion tools; not opened by the panel
+    int tickCount_ = 0;
+    bool dragging_ = false;
+    QPoint pressPosition_;
+
+    std::unique_ptr<Translation> translation_;
+    std::unique_ptr<SettingsDialog> settings_;
+    std::unique_ptr<Navigation> navigation_;
+    std::unique_ptr<TrayIcon> trayIcon_;
+    std::unique_ptr<PageSet> pages_;
+    SystemVolumeWatcher *volumeWatcher_ = nullptr; // child of the window, deleted first at its end
+};
