@@ -7,7 +7,6 @@
 
 struct LedColour {
     uint8_t red, green, blue;
-
 };
 
 // In the order of the page's colour buttons.

@@ -33,16 +33,20 @@ void showMarked(QWidget &button, bool marked) {
     exchange(button, marked, "border: 1px solid #ef0303;", "border: none;");
 }
 
-void setBackgroundImage(QWidget &widget, const QString &resourcePath) {
-    static const QRegularExpression url(QStringLiteral("background-image:\\s*url\\([^)]*\\);"));
-    const QString wanted = QStringLiteral("background-image: url(:%1);").arg(resourcePath);
+void setProperty(QWidget &widget, const QString &property, const QString &value) {
+    const QRegularExpression declaration(QStringLiteral("(?<![-\\w])%1:[^;}]*;?").arg(property));
+    const QString wanted = QStringLiteral("%1: %2;").arg(property, value);
     QString text = widget.styleSheet();
-    if (text.contains(url))
-        text.replace(url, wanted);
+    if (text.contains(declaration))
+        text.replace(declaration, wanted);
     else
         text += wanted;
     if (text != widget.styleSheet())
         widget.setStyleSheet(text);
+}
+
+void setBackgroundImage(QWidget &widget, const QString &resourcePath) {
+    setProperty(widget, QStringLiteral("background-image"), QStringLiteral("url(:%1)").arg(resourcePath));
 }
 
 } // namespace StyleSheetText

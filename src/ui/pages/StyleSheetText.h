@@ -1,4 +1,5 @@
-// On/off states are shown by exchanging a text inside a widget's own style sheet, exactly and case-sensitively.
+// On/off states are shown by exchanging a text inside a widget's own style sheet, exactly and
+// case-sensitively.
 #pragma once
 
 #include <QString>
@@ -18,7 +19,12 @@ void showCaption(QWidget &caption, bool on);
 // Choice buttons: "border: 1px solid #ef0303;" when marked, "border: none;" when not.
 void showMarked(QWidget &button, bool marked);
 
-// Sets the widget's background image (a resource path without ":"), replacing the url(...) of its own style sheet.
+// Gives a property of the widget's own style sheet a new value wherever it stands there, or adds it at the
+// end.
+void setProperty(QWidget &widget, const QString &property, const QString &value);
+
+// Sets the widget's background image (a resource path without ":"), replacing the url(...) of its own style
+// sheet.
 void setBackgroundImage(QWidget &widget, const QString &resourcePath);
 
 } // namespace StyleSheetText
