@@ -566,10 +566,6 @@
         <translation>Slow</translation>
     </message>
     <message>
-        <source>255</source>
-        <translation>255</translation>
-    </message>
-    <message>
         <source>G</source>
         <translation>G</translation>
     </message>
