@@ -1,0 +1,100 @@
+#include "simulator/EndpointVolume.h"
+
+#include "helpers/WinHandles.h"
+#include "simulator/Knobs.h"
+
+#include <algorithm>
+#include <cmath>
+#include <endpointvolume.h>
+#include <mmdeviceapi.h>
+
+namespace {
+
+constexpr uint32_t kFirstVolume = 50; // percent, before the first set
+constexpr const char *kInRegistry = "no endpoint, kept in the registry";
+
+template<typename Interface>
+struct ComTraits {
+    using Type = Interface *;
+    static Type empty() noexcept { return nullptr; }
+    static void release(Type object) noexcept { object->Release(); }
+};
+template<typename Interface>
+using UniqueCom = UniqueResource<ComTraits<Interface>>;
+
+// COM for the length of one call, in whichever apartment the thread already is.
+class ComScope {
+public:
+    ComScope() : entered_(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) {}
+    ~ComScope() {
+        if (entered_)
+            CoUninitialize();
+    }
+    ComScope(const ComScope &) = delete;
+    ComScope &operator=(const ComScope &) = delete;
+
+private:
+    bool entered_;
+};
+
+UniqueCom<IAudioEndpointVolume> openEndpoint(int32_t device) {
+    UniqueCom<IMMDeviceEnumerator> enumerator;
+    UniqueCom<IMMDevice> endpoint;
+    UniqueCom<IAudioEndpointVolume> volume;
+    if (SUCCEEDED(CoCreateInstance(__uuidof(MMDeviceEnumerator), nullptr, CLSCTX_INPROC_SERVER,
+                                   __uuidof(IMMDeviceEnumerator),
+                                   reinterpret_cast<void **>(enumerator.put()))) &&
+        SUCCEEDED(enumerator.get()->GetDefaultAudioEndpoint(device == 0 ? eRender : eCapture, eConsole,
+                                                            endpoint.put())))
+        endpoint.get()->Activate(__uuidof(IAudioEndpointVolume), CLSCTX_INPROC_SERVER, nullptr,
+                                 reinterpret_cast<void **>(volume.put()));
+    return volume;
+}
+
+const wchar_t *valueName(int32_t device) {
+    return device == 0 ? L"PlaybackVolume" : L"MicrophoneVolume";
+}
+
+bool isDevice(int32_t device) {
+    return device == 0 || device == 1;
+}
+
+} // namespace
+
+namespace EndpointVolume {
+
+Outcome get(int32_t device) {
+    if (!isDevice(device))
+        return {kFailed, "no such device"};
+    const ComScope com;
+    const auto endpoint = openEndpoint(device);
+    float level = 0;
+    if (endpoint && SUCCEEDED(endpoint.get()->GetMasterVolumeLevelScalar(&level)))
+        return {static_cast<int32_t>(std::lround(level * 100))};
+    return {static_cast<int32_t>(std::min(Knobs::number(valueName(device), kFirstVolume), 100u)),
+            kInRegistry};
+}
+
+Outcome set(int32_t percent, int32_t device) {
+    if (!isDevice(device))
+        return {kFailed, "no such device"};
+    const int32_t limited = std::clamp(percent, 0, 100);
+    const ComScope com;
+    const auto endpoint = openEndpoint(device);
+    if (endpoint &&
+        SUCCEEDED(endpoint.get()->SetMasterVolumeLevelScalar(static_cast<float>(limited) / 100, nullptr)))
+        return {};
+    Knobs::writeNumber(valueName(device), static_cast<uint32_t>(limited));
+    return {0, kInRegistry};
+}
+
+Outcome setMuted(bool muted) {
+    const ComScope com;
+    const auto endpoint = openEndpoint(0);
+    if (endpoint && SUCCEEDED(endpoint.get()->SetMute(muted, nullptr)))
+        return {};
+    Knobs::writeNumber(L"PlaybackMuted", muted);
+    return {0, kInRegistry};
+}
+
+} // namespace EndpointVolume

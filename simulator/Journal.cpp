@@ -1,0 +1,71 @@
+#include "simulator/Journal.h"
+
+#include "helpers/WinHandles.h"
+#include "simulator/Knobs.h"
+
+#include <cstdio>
+
+namespace {
+
+constexpr LONGLONG kLargestFile = 4 * 1024 * 1024;
+
+std::wstring defaultFolder() {
+    wchar_t folder[MAX_PATH] = L"";
+    const DWORD length = GetEnvironmentVariableW(L"LOCALAPPDATA", folder, MAX_PATH);
+    return length > 0 && length < MAX_PATH ? std::wstring(folder, length) + L"\\QorSoundKit Simulator"
+                                           : std::wstring();
+}
+
+// FILE_APPEND_DATA alone makes each write one step at the end, also with several processes.
+UniqueFileHandle openForAppending(const std::wstring &file) {
+    return UniqueFileHandle(CreateFileW(file.c_str(), FILE_APPEND_DATA,
+                                        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                        OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
+bool hasGrownTooLarge(const std::wstring &file) {
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!GetFileAttributesExW(file.c_str(), GetFileExInfoStandard, &data))
+        return false;
+    return data.nFileSizeHigh != 0 || data.nFileSizeLow >= kLargestFile;
+}
+
+std::string prefix() {
+    SYSTEMTIME now{};
+    GetLocalTime(&now);
+    char text[80];
+    std::snprintf(text, sizeof text, "%04u-%02u-%02u %02u:%02u:%02u.%03u %lu %lu ", now.wYear, now.wMonth,
+                  now.wDay, now.wHour, now.wMinute, now.wSecond, now.wMilliseconds, GetCurrentProcessId(),
+                  GetCurrentThreadId());
+    return text;
+}
+
+} // namespace
+
+std::wstring Journal::path() {
+    const std::wstring chosen = Knobs::text(L"JournalPath");
+    if (!chosen.empty())
+        return chosen;
+    const std::wstring folder = defaultFolder();
+    if (folder.empty())
+        return {};
+    CreateDirectoryW(folder.c_str(), nullptr);
+    return folder + L"\\journal.txt";
+}
+
+void Journal::append(const std::string &call) noexcept {
+    try {
+        const std::wstring file = path();
+        if (file.empty())
+            return;
+        if (hasGrownTooLarge(file))
+            MoveFileExW(file.c_str(), (file + L".old").c_str(), MOVEFILE_REPLACE_EXISTING);
+        const UniqueFileHandle handle = openForAppending(file);
+        if (!handle)
+            return;
+        const std::string line = prefix() + call + "\n";
+        DWORD written = 0;
+        WriteFile(handle.get(), line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
+    } catch (...) { // out of memory: the call itself matters more than its line
+    }
+}
