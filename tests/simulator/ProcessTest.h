@@ -1,0 +1,3 @@
+#pragma once
+
+constexpr wchar_t kClaimOption[] = L"--claim"; // makes the test program the second process
