@@ -1,0 +1,47 @@
+#include "ui/pages/ExclusiveGroup.h"
+
+namespace ExclusiveGroup {
+
+uint8_t SoundBlock::*switchOf(Effect effect) {
+    switch (effect) {
+    case Effect::VirtualSurround:
+        return &SoundBlock::virtualSurroundOn;
+    case Effect::SoundField:
+        return &SoundBlock::soundFieldOn;
+    case Effect::RoomEffect:
+        return &SoundBlock::roomEffectOn;
+    case Effect::Equalizer:
+        break;
+    }
+    return &SoundBlock::equalizerOn;
+}
+
+bool isOn(const SoundBlock &block, Effect effect) {
+    return block.*switchOf(effect) == 1;
+}
+
+bool toggle(SoundBlock &block, Effect effect) {
+    block.*switchOf(effect) ^= 1;
+    if (!isOn(block, effect))
+        return false;
+    for (const Effect other : kAllEffects) {
+        if (other != effect)
+            block.*switchOf(other) = 0;
+    }
+    return true;
+}
+
+int rotationStep(const SoundBlock &block) {
+    if (!isOn(block, Effect::SoundField))
+        return 0;
+    switch (block.fieldAngleMode) {
+    case 1:
+        return -1;
+    case 2:
+        return 1;
+    default:
+        return 0;
+    }
+}
+
+} // namespace ExclusiveGroup
