@@ -29,7 +29,7 @@ constexpr WORD kGreen = 2;
 constexpr WORD kBrightRed = 12;
 constexpr WORD kDefaultColour = 7;
 
-// Guards the settings only. Lines are written without a lock, each by one append.
+// Guards the settings only, not the writing.
 std::mutex settingsMutex;
 Settings settings;
 
@@ -49,12 +49,23 @@ std::wstring temporaryFolder() {
     return length < 255 ? std::wstring(folder, length) : std::wstring();
 }
 
-// Text mode, appending. The handle has append rights alone, so that lines of several threads and processes do not
-// overwrite each other between the seek and the write.
+// The file, shared for reading only: whoever else is writing a line makes the open fail, and it is tried again until
+// the other has closed it. So lines of several threads and processes never overwrite each other.
+UniqueFileHandle openUnshared(const std::wstring &path) {
+    constexpr int attempts = 200;
+    for (int i = 0; i < attempts; ++i) {
+        UniqueFileHandle handle(CreateFileW(path.c_str(), FILE_APPEND_DATA | SYNCHRONIZE, FILE_SHARE_READ, nullptr,
+                                            OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+        if (handle || GetLastError() != ERROR_SHARING_VIOLATION)
+            return handle;
+        Sleep(1);
+    }
+    return {};
+}
+
+// Text mode, appending ("at").
 UniqueFile openForAppend(const std::wstring &path) {
-    UniqueFileHandle handle(CreateFileW(path.c_str(), FILE_APPEND_DATA | SYNCHRONIZE,
-                                        FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
-                                        FILE_ATTRIBUTE_NORMAL, nullptr));
+    UniqueFileHandle handle = openUnshared(path);
     if (!handle)
         return nullptr;
     const int descriptor = _open_osfhandle(reinterpret_cast<intptr_t>(handle.get()), _O_APPEND | _O_TEXT);

@@ -23,7 +23,7 @@ need_space() {
 QT_VERSION=5.15.8
 qt_dir() {
     local recipe
-    recipe=$(cat "$ROOT/tools/setup/qt.sh" "$ROOT/tools/setup/qt-options.txt" | sha256sum | cut -c1-12)
+    recipe=$(sha256sum <"$ROOT/tools/setup/qt-options.txt" | cut -c1-12)
     printf '%s\n' "$CACHE/qt-$QT_VERSION-$recipe"
 }
 

@@ -77,7 +77,7 @@ configure_qt() {
 build_qt() {
     cd "$work/build"
     nice make -j"$(nproc)" >>"$log" 2>&1 &
-    local make_pid=$! total=1560 done=0 last=-1
+    local make_pid=$! total=1180 done=0 last=-1
     trap 'kill $make_pid 2>/dev/null; exit 130' INT TERM
     while kill -0 "$make_pid" 2>/dev/null; do
         sleep 5
