@@ -4,6 +4,8 @@
 
 #include "device/PropertyBlocks.h"
 
+#include <functional>
+
 struct DeviceState {
     DeviceInfo info{};
     SystemBlock system{};
@@ -18,6 +20,9 @@ struct DeviceState {
     int32_t saveType2Block();
     // Writes ExtBlock as type 3 as it stands.
     void saveType3Block();
+
+    // Called after every write, for whoever shows a summary of the settings; may be empty.
+    std::function<void()> written;
 
     // Takes the device's current sound image (DeviceInfo bytes 32..606) back into SoundBlock.
     void refreshSoundBlock();

@@ -1,0 +1,23 @@
+// Connection and battery of the headset in the status strip, asked from the receiver at every tick of a
+// timer.
+#pragma once
+
+#include "ui/pages/PageContext.h"
+
+#include <QObject>
+#include <QTimer>
+
+class BatteryStatus : public QObject {
+    Q_OBJECT
+
+public:
+    // timer: the caller's, who gives it its interval, starts it and asks for the first reading.
+    BatteryStatus(PageContext context, QTimer &timer, QObject *parent);
+
+    // Blocks for one exchange of reports. A failed one leaves what is shown.
+    void refreshBatteryStatus();
+
+private:
+    PageContext context_;
+    QTimer &timer_;
+};
