@@ -8,7 +8,8 @@
 #ifdef QOR_ECD_API_BUILD
 #define QOR_ECD_API extern "C" __declspec(dllexport)
 #else
-#define QOR_ECD_API extern "C" __declspec(dllimport)
+// Not dllimport: calls go through the import library's thunks, so that a test's recorder can stand in at link time.
+#define QOR_ECD_API extern "C"
 #endif
 
 // Driver and device. Negative results are failures.
