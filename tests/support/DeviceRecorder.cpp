@@ -1,6 +1,5 @@
 #include "support/DeviceRecorder.h"
 
-#define QOR_ECD_API_BUILD // the recorder defines the entry points
 #include "device/qor_ecd_api.h"
 
 #include <cstring>
@@ -139,7 +138,9 @@ int32_t _getVolum(int32_t device, int32_t reserved) {
 }
 
 int32_t _SetVolum(int32_t volume, int32_t device, int32_t reserved) {
-    record(line("_SetVolum", volume, device, reserved));
+    DeviceRecorder &recorder = record(line("_SetVolum", volume, device, reserved));
+    if (recorder.onSetVolume)
+        recorder.onSetVolume(volume);
     return 0;
 }
 

@@ -46,4 +46,5 @@ public:
     int32_t restartResult = 1;
     UsbIds usbIds{{0x040B, 0xF779, 3, 2}};
     std::function<void()> onWrite; // called inside setDeviceProperty
+    std::function<void(int32_t volume)> onSetVolume; // called inside _SetVolum
 };
