@@ -1,0 +1,209 @@
+#include "hid/VirtualHid.h"
+
+#include "helpers/UniqueResource.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace {
+
+constexpr wchar_t kRootKey[] = L"System\\CurrentControlSet\\Enum\\ROOT";
+constexpr DWORD kReenumerateRootDevices = 128; // control code of Wine's driver services
+constexpr unsigned kArrivalTimeoutMs = 5000;
+
+struct ServiceTraits {
+    using Type = SC_HANDLE;
+    static Type empty() noexcept { return nullptr; }
+    static void release(Type handle) noexcept { CloseServiceHandle(handle); }
+};
+using UniqueService = UniqueResource<ServiceTraits>;
+
+void require(bool ok, const char *what) {
+    if (!ok)
+        throw std::runtime_error(std::string(what) + ": error " + std::to_string(GetLastError()));
+}
+
+std::wstring driverPath() {
+    const std::string path = VHID_DRIVER_FILE; // a Unix path, Wine's drive Z
+    std::wstring result = L"Z:" + std::wstring(path.begin(), path.end());
+    std::replace(result.begin(), result.end(), L'/', L'\\');
+    return result;
+}
+
+UniqueService openDriverService() {
+    const UniqueService manager(OpenSCManagerW(nullptr, nullptr, SC_MANAGER_ALL_ACCESS));
+    require(static_cast<bool>(manager), "service manager");
+    UniqueService service(CreateServiceW(manager.get(), L"vhid", L"vhid", SERVICE_ALL_ACCESS,
+                                         SERVICE_KERNEL_DRIVER, SERVICE_DEMAND_START, SERVICE_ERROR_NORMAL,
+                                         driverPath().c_str(), nullptr, nullptr, nullptr, nullptr, nullptr));
+    if (!service)
+        service.reset(OpenServiceW(manager.get(), L"vhid", SERVICE_ALL_ACCESS));
+    require(static_cast<bool>(service), "driver service");
+    return service;
+}
+
+void setText(HKEY key, const wchar_t *name, const std::wstring &text, DWORD type = REG_SZ) {
+    // One zero more than the text has, two for a list of one text.
+    const std::wstring value = type == REG_MULTI_SZ ? text + L'\0' : text;
+    RegSetValueExW(key, name, 0, type, reinterpret_cast<const BYTE *>(value.c_str()),
+                   static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
+}
+
+std::wstring interfacePath(const std::wstring &id, const std::wstring &instance) {
+    std::wstring path = L"\\\\?\\hid#" + id + L"#" + instance + L"#{4d1e55b2-f16f-11cf-88cb-001111000030}";
+    std::transform(path.begin(), path.end(), path.begin(), towlower);
+    return path;
+}
+
+UniqueFileHandle openDevice(const std::wstring &path) {
+    return UniqueFileHandle(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE,
+                                        FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                                        FILE_FLAG_OVERLAPPED, nullptr));
+}
+
+template<typename Condition>
+bool waitUntil(unsigned timeoutMs, Condition condition) {
+    const DWORD start = GetTickCount();
+    while (!condition()) {
+        if (GetTickCount() - start >= timeoutMs)
+            return false;
+        Sleep(2);
+    }
+    return true;
+}
+
+} // namespace
+
+VirtualHid::VirtualHid() {
+    startDriver();
+    waitUntil(kArrivalTimeoutMs, [this] {
+        control_.reset(openDevice(L"\\\\.\\VHidCtl").release());
+        return static_cast<bool>(control_);
+    });
+    require(static_cast<bool>(control_), "control device");
+}
+
+void VirtualHid::startDriver() {
+    const UniqueService service = openDriverService();
+    require(StartServiceW(service.get(), 0, nullptr) || GetLastError() == ERROR_SERVICE_ALREADY_RUNNING,
+            "start of the driver");
+}
+
+void VirtualHid::reenumerate() {
+    SERVICE_STATUS status;
+    require(ControlService(openDriverService().get(), kReenumerateRootDevices, &status), "enumeration");
+}
+
+void VirtualHid::unplugAll() {
+    send(VHID_IOCTL_RESET, nullptr, 0);
+    UniqueRegistryKey root;
+    if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, kRootKey, 0, KEY_ALL_ACCESS, root.put()) != ERROR_SUCCESS)
+        return;
+    std::vector<std::wstring> ids;
+    wchar_t name[256];
+    for (DWORD index = 0; RegEnumKeyW(root.get(), index, name, 256) == ERROR_SUCCESS; ++index) {
+        if (std::wstring(name).compare(0, 4, L"VID_") == 0)
+            ids.emplace_back(name);
+    }
+    for (const std::wstring &id : ids)
+        RegDeleteTreeW(root.get(), id.c_str());
+    reenumerate();
+    send(VHID_IOCTL_RESET, nullptr, 0);
+}
+
+std::wstring VirtualHid::plug(const std::wstring &id, const std::wstring &instance) {
+    UniqueRegistryKey key;
+    const std::wstring keyPath = std::wstring(kRootKey) + L"\\" + id + L"\\" + instance;
+    const LSTATUS created = RegCreateKeyExW(HKEY_LOCAL_MACHINE, keyPath.c_str(), 0, nullptr, 0,
+                                            KEY_ALL_ACCESS, nullptr, key.put(), nullptr);
+    SetLastError(static_cast<DWORD>(created));
+    require(created == ERROR_SUCCESS, "device key");
+    setText(key.get(), L"ClassGUID", L"{745A17A0-74D3-11D0-B6FE-00A0C90F57DA}");
+    setText(key.get(), L"Class", L"HIDClass");
+    setText(key.get(), L"Service", L"vhid");
+    setText(key.get(), L"HardwareID", L"ROOT\\" + id, REG_MULTI_SZ);
+    reenumerate();
+    const std::wstring path = interfacePath(id, instance);
+    require(waitUntil(kArrivalTimeoutMs, [&] { return static_cast<bool>(openDevice(path)); }), "arrival");
+    return path;
+}
+
+void VirtualHid::unplug(const std::wstring &id, const std::wstring &instance) {
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, (std::wstring(kRootKey) + L"\\" + id + L"\\" + instance).c_str());
+    reenumerate();
+    const std::wstring path = interfacePath(id, instance);
+    require(waitUntil(kArrivalTimeoutMs, [&] { return !openDevice(path); }), "removal");
+}
+
+void VirtualHid::setDescriptor(const Report &descriptor) {
+    send(VHID_IOCTL_SET_DESCRIPTOR, descriptor.data(), descriptor.size());
+}
+
+void VirtualHid::input(const Report &report, const std::wstring &device) {
+    VhidInput request{};
+    device.copy(request.device, ARRAYSIZE(request.device) - 1);
+    request.length = static_cast<ULONG>(std::min(report.size(), sizeof request.bytes));
+    std::copy_n(report.begin(), request.length, request.bytes);
+    send(VHID_IOCTL_INPUT, &request, sizeof request);
+}
+
+std::optional<VirtualHid::Event> VirtualHid::nextEvent(unsigned timeoutMs) {
+    VhidEvent event{};
+    const bool came = waitUntil(timeoutMs, [&] {
+        receive(VHID_IOCTL_NEXT_EVENT, &event, sizeof event);
+        return event.kind != VHID_NONE;
+    });
+    if (!came)
+        return {};
+    return Event{static_cast<VhidKind>(event.kind), Report(event.bytes, event.bytes + event.length)};
+}
+
+VirtualHid::Report VirtualHid::nextReport(VhidKind kind, unsigned timeoutMs) {
+    while (const std::optional<Event> event = nextEvent(timeoutMs)) {
+        if (event->kind == kind)
+            return event->report;
+    }
+    return {};
+}
+
+void VirtualHid::fail(VhidKind kind, int32_t status, unsigned count) {
+    const VhidFailure request{static_cast<ULONG>(kind), status, count};
+    send(VHID_IOCTL_FAIL, &request, sizeof request);
+}
+
+void VirtualHid::holdWrites(bool hold) {
+    const ULONG request = hold;
+    send(VHID_IOCTL_HOLD_WRITES, &request, sizeof request);
+}
+
+void VirtualHid::setFeature(const Report &data) {
+    VhidFeature request{};
+    request.length = static_cast<ULONG>(std::min(data.size(), sizeof request.bytes));
+    std::copy_n(data.begin(), request.length, request.bytes);
+    send(VHID_IOCTL_SET_FEATURE, &request, sizeof request);
+}
+
+VhidCounters VirtualHid::counters() {
+    VhidCounters result{};
+    receive(VHID_IOCTL_COUNTERS, &result, sizeof result);
+    return result;
+}
+
+// The control device answers every request at once, so that the overlapped handle is waited for here.
+void VirtualHid::send(DWORD request, const void *input, size_t length) {
+    OVERLAPPED overlapped{};
+    DWORD count = 0;
+    const BOOL done = DeviceIoControl(control_.get(), request, const_cast<void *>(input),
+                                      static_cast<DWORD>(length), nullptr, 0, &count, &overlapped);
+    require(done || GetLastError() == ERROR_IO_PENDING, "request");
+    require(GetOverlappedResult(control_.get(), &overlapped, &count, TRUE), "request");
+}
+
+void VirtualHid::receive(DWORD request, void *output, size_t length) {
+    OVERLAPPED overlapped{};
+    DWORD count = 0;
+    const BOOL done = DeviceIoControl(control_.get(), request, nullptr, 0, output, static_cast<DWORD>(length),
+                                      &count, &overlapped);
+    require(done || GetLastError() == ERROR_IO_PENDING, "request");
+    require(GetOverlappedResult(control_.get(), &overlapped, &count, TRUE), "request");
+}
