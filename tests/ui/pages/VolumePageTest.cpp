@@ -1,0 +1,396 @@
+#include "ui/pages/VolumePage.h"
+
+#include "helpers/ProductSettings.h"
+#include "helpers/Registry.h"
+#include "ui/pages/FakeEndpoint.h"
+#include "ui/pages/PageTest.h"
+#include "ui/pages/SystemVolumeWatcher.h"
+
+#include <gmock/gmock.h>
+
+#include <QElapsedTimer>
+
+#include <chrono>
+#include <memory>
+#include <thread>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+using Calls = std::vector<std::string>;
+
+struct Levels {
+    int master, left, right;
+};
+
+Calls playback(int volume) {
+    return {"_SetVolum(" + std::to_string(volume) + ", 0, 0)"};
+}
+
+Calls operator+(Calls calls, const Calls &more) {
+    calls.insert(calls.end(), more.begin(), more.end());
+    return calls;
+}
+
+const Calls kWrite{"setDeviceProperty(2)"};
+const Calls kMuted{"_SetMasterMute(1, 0)"};
+const Calls kSounding{"_SetMasterMute(0, 0)"};
+
+const char kSoundImage[] = "background-image: url(:/left/png/y1.png);";
+const char kSilentImage[] = "background-image: url(:/right/png/silent-volumeHigh.png);";
+
+} // namespace
+
+class VolumePageTest : public PageTest {
+protected:
+    VolumePageTest() {
+        Registry::CreateKey(ProductSettings::kProductKey);
+        try {
+            Registry::DeleteValue(ProductSettings::kProductKey, L"vol_locked");
+        } catch (const RegistryException &) { // was not there
+        }
+    }
+
+    ~VolumePageTest() override {
+        recorder.reset(); // drops callbacks into this object
+    }
+
+    // Builds the page on a device with these levels and forgets the calls of its set-up.
+    void open(Levels levels, bool locked = false) {
+        build(levels, locked);
+        recorder.calls.clear();
+    }
+
+    void build(Levels levels, bool locked = false) {
+        SoundBlock &sound = device.sound;
+        sound.masterVolume = static_cast<int8_t>(levels.master);
+        sound.leftVolume = static_cast<int8_t>(levels.left);
+        sound.rightVolume = static_cast<int8_t>(levels.right);
+        device.system.sound = sound; // as the device initialisation leaves it
+        if (locked)
+            ProductSettings::writeDword(L"vol_locked", 1);
+        VolumePage::Services services;
+        services.startTimersAndWatcher = [this] {
+            recorder.calls.push_back("timers and watcher");
+            watcher = std::make_unique<SystemVolumeWatcher>();
+            return watcher.get();
+        };
+        services.startListener = [this] { recorder.calls.push_back("listener"); };
+        page = std::make_unique<VolumePage>(context(), services, nullptr);
+    }
+
+    Calls takeCalls() { return std::exchange(recorder.calls, {}); }
+
+    Calls callsOf(QSlider *slider, int value) {
+        slider->setValue(value);
+        return takeCalls();
+    }
+
+    Calls callsOf(QAbstractButton *button) {
+        button->click();
+        return takeCalls();
+    }
+
+    Calls callsOfWindows(float level, bool muted) {
+        endpoint.notifyFromAudioThread(level, muted);
+        settle();
+        return takeCalls();
+    }
+
+    // The levels in the block, the last one sent included, and everything that shows them.
+    void expectShown(Levels levels) {
+        const SoundBlock &sound = device.sound;
+        EXPECT_EQ(sound.masterVolume, levels.master);
+        EXPECT_EQ(sound.leftVolume, levels.left);
+        EXPECT_EQ(sound.rightVolume, levels.right);
+        EXPECT_EQ(form.label_56->text(), QString::number(levels.master));
+        EXPECT_EQ(form.label_57->text(), QString::number(levels.left));
+        EXPECT_EQ(form.label_59->text(), QString::number(levels.right));
+        EXPECT_EQ(form.verticalSlider_4->value(), qBound(0, levels.master, 100));
+        EXPECT_EQ(form.horizontalSlider_16->value(), qBound(0, levels.master, 100));
+        EXPECT_EQ(form.verticalSlider_5->value(), qBound(0, levels.left, 100));
+        EXPECT_EQ(form.verticalSlider_7->value(), qBound(0, levels.right, 100));
+    }
+
+    void expectSent(Levels levels) {
+        expectShown(levels);
+        EXPECT_EQ(memcmp(&recorder.sound, &device.sound, sizeof device.sound), 0);
+        EXPECT_EQ(memcmp(&device.system.sound, &device.sound, sizeof device.sound), 0);
+        EXPECT_FALSE(volume.volumeUpdating || volume.volumeSelfSet);
+    }
+
+    void expectMuteShown(bool muted) {
+        EXPECT_EQ(device.sound.muted, muted ? 1 : 0);
+        for (const QPushButton *button : {form.pushButton_12, form.pushButton_13})
+            EXPECT_EQ(button->styleSheet(), QLatin1String(muted ? kSilentImage : kSoundImage));
+    }
+
+    FakeEndpoint endpoint;
+    std::unique_ptr<SystemVolumeWatcher> watcher;
+    std::unique_ptr<VolumePage> page;
+};
+
+TEST_F(VolumePageTest, SetUpKeepsTheOrderOfItsCalls) {
+    device.sound.pageSwitch = 1;
+    build({44, 44, 30});
+    EXPECT_THAT(takeCalls(),
+                ElementsAre("_getVolum(0, 0)", "timers and watcher", "listener", "_SetMasterMute(0, 0)"));
+    expectShown({44, 44, 30});
+    expectMuteShown(false);
+    for (const QWidget *hidden : std::initializer_list<QWidget *>{
+             form.pushButton_7, form.label_13, form.btn_install_spk, form.btn_uninstall_spk, form.label_147})
+        EXPECT_TRUE(hidden->isHidden()) << hidden->objectName().toStdString();
+    EXPECT_THAT(form.pushButton_7->styleSheet().toStdString(),
+                testing::HasSubstr("background-image: url(:/right/png/btn_open.png);"));
+    EXPECT_TRUE(form.pushButton_7->isChecked());
+    EXPECT_EQ(form.verticalSlider_4->maximum(), 100);
+}
+
+TEST_F(VolumePageTest, SetUpMutesByTheMasterVolumeAlone) {
+    device.sound.muted = 1;
+    build({1, 1, 0});
+    expectMuteShown(false);
+    device.sound.muted = 0;
+    build({0, 0, 0});
+    EXPECT_EQ(takeCalls().back(), kMuted.front());
+    expectMuteShown(true);
+}
+
+TEST_F(VolumePageTest, SetUpTakesLevelsOutsideTheirRange) {
+    for (const Levels levels : {Levels{-128, 127, -1}, Levels{127, -128, 101}}) {
+        page.reset();
+        open(levels);
+        expectShown(levels);
+        EXPECT_THAT(callsOf(form.verticalSlider_4, 50), playback(50) + kWrite);
+        EXPECT_EQ(std::max(device.sound.leftVolume, device.sound.rightVolume), 50);
+    }
+}
+
+TEST_F(VolumePageTest, EitherMasterSliderMovesTheChannels) {
+    for (QSlider *slider : {form.verticalSlider_4, form.horizontalSlider_16}) {
+        SCOPED_TRACE(slider->objectName().toStdString());
+        page.reset();
+        open({80, 30, 80});
+        EXPECT_THAT(callsOf(slider, 100), playback(100) + kWrite);
+        expectSent({100, 50, 100});
+        EXPECT_THAT(callsOf(slider, 10), playback(10) + kWrite);
+        expectSent({10, 0, 10});
+        EXPECT_THAT(callsOf(slider, 10), IsEmpty());
+    }
+}
+
+TEST_F(VolumePageTest, MasterFollowsTheChannels) {
+    open({80, 30, 80});
+    EXPECT_THAT(callsOf(form.verticalSlider_5, 60), playback(80) + kWrite);
+    expectSent({80, 60, 80});
+    EXPECT_THAT(callsOf(form.verticalSlider_5, 90), playback(90) + kWrite);
+    expectSent({90, 90, 80});
+    EXPECT_THAT(callsOf(form.verticalSlider_7, 95), playback(95) + kWrite);
+    expectSent({95, 90, 95});
+}
+
+TEST_F(VolumePageTest, LockTiesTheChannels) {
+    open({80, 30, 80}, true);
+    EXPECT_THAT(callsOf(form.verticalSlider_5, 70), playback(70) + kWrite);
+    expectSent({70, 70, 70});
+    EXPECT_THAT(callsOf(form.verticalSlider_7, 20), playback(20) + kWrite);
+    expectSent({20, 20, 20});
+}
+
+TEST_F(VolumePageTest, SilenceMutesAndSoundUnmutes) {
+    struct Case {
+        QSlider *slider;
+        bool locked;
+    };
+    const Case cases[] = {{form.verticalSlider_4, false},
+                          {form.horizontalSlider_16, false},
+                          {form.verticalSlider_5, true},
+                          {form.verticalSlider_7, true}};
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.slider->objectName().toStdString());
+        page.reset();
+        open({40, 40, 40}, c.locked);
+        EXPECT_THAT(callsOf(c.slider, 0), playback(0) + kWrite + kMuted);
+        expectMuteShown(true);
+        EXPECT_THAT(callsOf(c.slider, 5), playback(5) + kWrite + kSounding + playback(5));
+        expectMuteShown(false);
+        EXPECT_THAT(callsOf(c.slider, 6), playback(6) + kWrite);
+    }
+    // Muted by hand: the next move of the master brings the sound back.
+    callsOf(form.pushButton_12);
+    EXPECT_THAT(callsOf(form.verticalSlider_4, 7), playback(7) + kWrite + kSounding + playback(7));
+}
+
+TEST_F(VolumePageTest, OnlyTheUnlockedLeftChannelLetsItsEchoThrough) {
+    struct Case {
+        QSlider *slider;
+        bool locked;
+        bool echoIgnored;
+    };
+    const Case cases[] = {
+        {form.verticalSlider_4, false, true}, {form.horizontalSlider_16, false, true},
+        {form.verticalSlider_5, true, true},  {form.verticalSlider_5, false, false},
+        {form.verticalSlider_7, true, true},  {form.verticalSlider_7, false, true},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.slider->objectName().toStdString() + (c.locked ? " locked" : ""));
+        page.reset();
+        ProductSettings::writeDword(L"vol_locked", 0);
+        open({40, 40, 20}, c.locked);
+        std::vector<bool> selfSet;
+        recorder.onSetVolume = [&](int32_t) {
+            EXPECT_TRUE(volume.volumeUpdating);
+            selfSet.push_back(volume.volumeSelfSet);
+            endpoint.notify(0.99f, false); // an echo on this thread must change nothing
+        };
+        c.slider->setValue(90);
+        EXPECT_THAT(selfSet, ElementsAre(c.echoIgnored));
+        EXPECT_FALSE(volume.volumeUpdating || volume.volumeSelfSet);
+        EXPECT_EQ(device.sound.masterVolume, 90);
+        recorder.onSetVolume = nullptr;
+    }
+}
+
+TEST_F(VolumePageTest, ButtonsToggleAndWrite) {
+    open({40, 40, 20});
+    EXPECT_THAT(callsOf(form.pushButton_12), kMuted + kWrite);
+    EXPECT_EQ(recorder.sound.muted, 1);
+    expectMuteShown(true);
+    EXPECT_THAT(callsOf(form.pushButton_13), kSounding + kWrite);
+    EXPECT_EQ(recorder.sound.muted, 0);
+    expectMuteShown(false);
+
+    for (const bool on : {true, false}) {
+        EXPECT_THAT(callsOf(form.pushButton_7), kWrite);
+        EXPECT_EQ(recorder.sound.pageSwitch, on ? 1 : 0);
+        EXPECT_EQ(form.pushButton_7->styleSheet().contains(QLatin1String("btn_open.png")), on);
+        EXPECT_EQ(form.pushButton_7->styleSheet().contains(QLatin1String("btn_close.png")), !on);
+    }
+}
+
+TEST_F(VolumePageTest, LockIsKeptInTheRegistry) {
+    const auto image = [this] { return form.pushButton_4->styleSheet().toStdString(); };
+    const std::string open_ = "background-image: url(:/right/png/icon_lock_open.png);";
+    const std::string closed = "background-image: url(:/right/png/icon_lock.png);";
+    open({40, 40, 20});
+    EXPECT_EQ(image(), open_);
+    EXPECT_THAT(callsOf(form.pushButton_4), IsEmpty());
+    EXPECT_EQ(image(), closed);
+    EXPECT_EQ(ProductSettings::readDword(L"vol_locked"), 1u);
+    page.reset();
+    open({40, 40, 20});
+    EXPECT_EQ(image(), closed);
+    form.pushButton_4->click();
+    EXPECT_EQ(image(), open_);
+    EXPECT_EQ(ProductSettings::readDword(L"vol_locked"), 0u);
+
+    page.reset();
+    Registry::DeleteKey(ProductSettings::kProductKey);
+    open({40, 40, 20});
+    form.pushButton_4->click(); // cannot be kept, works all the same
+    EXPECT_EQ(image(), closed);
+}
+
+TEST_F(VolumePageTest, FollowsWindowsWithoutSettingItAgain) {
+    open({44, 44, 20});
+    EXPECT_THAT(callsOfWindows(0.455f, false), kWrite) << "only the mute state within the dead band";
+    expectSent({44, 44, 20});
+    EXPECT_THAT(callsOfWindows(0.605f, false), kWrite + kWrite);
+    expectSent({60, 60, 36});
+    EXPECT_THAT(callsOfWindows(0.615f, false), kWrite + kWrite);
+    expectSent({61, 61, 37});
+    EXPECT_THAT(callsOfWindows(0.615f, true), kWrite);
+    expectMuteShown(true);
+    EXPECT_EQ(recorder.sound.muted, 1);
+    EXPECT_THAT(callsOfWindows(0.625f, false), kWrite + kSounding + playback(62) + kWrite);
+    expectMuteShown(false);
+    EXPECT_THAT(callsOfWindows(-1.0f, false), kWrite + kMuted + kWrite);
+    expectMuteShown(false); // Windows' own word on the mute state comes last
+    EXPECT_THAT(callsOfWindows(2.0f, false), kWrite + kWrite);
+    expectSent({100, 100, 100}); // the balance was lost at 0
+}
+
+TEST_F(VolumePageTest, DraggingWithWindowsEchoingEndsWhereTheUserLeftIt) {
+    for (QSlider *slider : {form.verticalSlider_4, form.verticalSlider_5, form.verticalSlider_7}) {
+        SCOPED_TRACE(slider->objectName().toStdString());
+        page.reset();
+        open({1, 1, 0});
+        recorder.onSetVolume = [this](int32_t percent) {
+            endpoint.notifyFromAudioThread(static_cast<float>(percent) / 100.0f, false);
+        };
+        for (int value = 2; value <= 100; ++value) {
+            slider->setValue(value);
+            settle();
+            ASSERT_NEAR(device.sound.masterVolume, value, 1)
+                << "the scalar is cut to percent on its way back";
+        }
+        for (int value = 99; value >= 2; --value) {
+            slider->setValue(value);
+            settle();
+            ASSERT_NEAR(device.sound.masterVolume, value, 1);
+        }
+        EXPECT_EQ(recorder.countOf("_SetMasterMute"), 0u);
+        EXPECT_LE(recorder.countOf("_SetVolum"), 197u) << "an echo set the volume again";
+        takeCalls();
+        settle();
+        EXPECT_THAT(takeCalls(), IsEmpty()) << "the loop goes on by itself";
+        recorder.onSetVolume = nullptr;
+    }
+}
+
+TEST_F(VolumePageTest, NotificationStormEndsAtTheLastLevel) {
+    open({50, 50, 50});
+    std::thread audio([this] {
+        for (int i = 0; i < 10000; ++i)
+            endpoint.notify(static_cast<float>(i % 101) / 100.0f, i % 7 == 0);
+        endpoint.notify(0.305f, false);
+    });
+    audio.join(); // the worst case: all of them wait for the GUI thread at once
+    QElapsedTimer timer;
+    timer.start();
+    settle();
+    EXPECT_LT(timer.elapsed(), 20000);
+    expectSent({30, 30, 30});
+    expectMuteShown(false);
+}
+
+TEST_F(VolumePageTest, PageMayGoWhileNotificationsArrive) {
+    open({50, 50, 50});
+    std::thread audio([this] {
+        for (int i = 0; i < 2000; ++i)
+            endpoint.notify(static_cast<float>(i % 101) / 100.0f, false);
+    });
+    while (recorder.calls.size() < 20)
+        settle();
+    page.reset();
+    watcher.reset();
+    audio.join();
+    takeCalls();
+    settle();
+    EXPECT_THAT(takeCalls(), IsEmpty());
+}
+
+TEST_F(VolumePageTest, WorksWithoutWatcherAndLeavesControlsFilledByCodeAlone) {
+    VolumePage::Services services;
+    services.startTimersAndWatcher = [] { return nullptr; };
+    services.startListener = [] {};
+    device.sound.masterVolume = 12;
+    page = std::make_unique<VolumePage>(context(), services, nullptr);
+    takeCalls();
+    {
+        const FlagScope updating(volume.volumeUpdating);
+        EXPECT_THAT(callsOf(form.verticalSlider_4, 77), IsEmpty());
+    }
+    EXPECT_EQ(device.sound.masterVolume, 12);
+}
+
+TEST_F(VolumePageTest, LevelsAreShownAgainAfterRetranslation) {
+    open({44, 44, 30});
+    form.retranslateUi(&window);
+    EXPECT_EQ(form.label_56->text(), QLatin1String("10"));
+    page->retranslated();
+    expectShown({44, 44, 30});
+    EXPECT_THAT(takeCalls(), IsEmpty());
+}
