@@ -1,0 +1,119 @@
+// The active-mode download: the server connects back to a port that the client announces with PORT.
+
+#include "update/Diagnostics.h"
+#include "update/FtpControl.h"
+#include "update/FtpTransfers.h"
+
+#include <cstdio>
+#include <memory>
+#include <vector>
+
+namespace {
+
+struct CloseFile {
+    void operator()(FILE *file) const noexcept { std::fclose(file); }
+};
+using UniqueFile = std::unique_ptr<FILE, CloseFile>;
+
+// A listening socket on a free port of the session's local address; empty after a failure.
+UniqueSocket listenForServer(const FtpSession &session, uint16_t &port) {
+    UniqueSocket listener(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP));
+    if (!listener) {
+        Diagnostics::printError("创建数据套接字失败: ", WSAGetLastError());
+        return {};
+    }
+    sockaddr_in local{};
+    local.sin_family = AF_INET;
+    inet_pton(AF_INET, session.localAddress.c_str(), &local.sin_addr);
+    if (bind(listener.get(), reinterpret_cast<const sockaddr *>(&local), sizeof local) == SOCKET_ERROR) {
+        Diagnostics::printError("绑定数据套接字失败: ", WSAGetLastError());
+        return {};
+    }
+    if (listen(listener.get(), 1) == SOCKET_ERROR) {
+        Diagnostics::printError("监听数据套接字失败: ", WSAGetLastError());
+        return {};
+    }
+    int size = sizeof local;
+    if (getsockname(listener.get(), reinterpret_cast<sockaddr *>(&local), &size) == SOCKET_ERROR) {
+        Diagnostics::printError("获取本地端口失败: ", WSAGetLastError());
+        return {};
+    }
+    port = ntohs(local.sin_port);
+    Diagnostics::print("数据连接将使用端口: " + std::to_string(port));
+    return listener;
+}
+
+// A receive time-out does not bound accept.
+UniqueSocket acceptWithin(SOCKET listener, uint32_t timeoutMs) {
+    fd_set waiting;
+    FD_ZERO(&waiting);
+    FD_SET(listener, &waiting);
+    timeval limit{static_cast<long>(timeoutMs / 1000), static_cast<long>(timeoutMs % 1000 * 1000)};
+    const int ready = select(0, &waiting, nullptr, nullptr, &limit);
+    if (ready == 0)
+        WSASetLastError(WSAETIMEDOUT);
+    UniqueSocket data(ready > 0 ? accept(listener, nullptr, nullptr) : INVALID_SOCKET);
+    if (data)
+        setSocketTimeout(data.get(), timeoutMs);
+    return data;
+}
+
+bool receiveIntoFile(SOCKET data, FILE *file, int64_t expectedSize) {
+    std::vector<char> chunk(65536);
+    int64_t received = 0;
+    for (;;) {
+        const int count = recv(data, chunk.data(), static_cast<int>(chunk.size()), 0);
+        if (count == SOCKET_ERROR)
+            Diagnostics::printError("接收文件数据失败: ", WSAGetLastError());
+        if (count <= 0)
+            return count == 0;
+        if (std::fwrite(chunk.data(), 1, static_cast<size_t>(count), file) != static_cast<size_t>(count))
+            return false;
+        received += count;
+        if (expectedSize > 0)
+            Diagnostics::printProgress(
+                static_cast<int>(static_cast<double>(received) * 100.0 / static_cast<double>(expectedSize)));
+    }
+}
+
+} // namespace
+
+bool downloadActive(FtpSession &session, const std::string &remotePath, const std::string &localPath,
+                    int64_t expectedSize) {
+    const SOCKET control = session.control.get();
+    uint16_t port = 0;
+    UniqueSocket listener = listenForServer(session, port);
+    if (!listener)
+        return false;
+    FtpReply reply = sendCommand(control, "PORT " + portArgument(session.localAddress, port));
+    if (reply.code != 200) {
+        Diagnostics::printReply("发送PORT命令失败: ", reply.text);
+        return false;
+    }
+    reply = sendCommand(control, "RETR " + remotePath);
+    if (reply.replyClass() != 1) {
+        Diagnostics::printReply("开始下载失败: ", reply.text);
+        return false;
+    }
+    UniqueSocket data = acceptWithin(listener.get(), session.timeoutMs);
+    if (!data) {
+        Diagnostics::printError("接受数据连接失败: ", WSAGetLastError());
+        return false;
+    }
+    UniqueFile file(std::fopen(localPath.c_str(), "wb"));
+    if (!file) {
+        Diagnostics::printError("无法打开本地文件进行写入: " + localPath);
+        return false;
+    }
+    Diagnostics::print("开始下载文件...");
+    const bool received = receiveIntoFile(data.get(), file.get(), expectedSize);
+    data.reset();
+    listener.reset();
+    const bool written = std::fclose(file.release()) == 0;
+    reply = sendCommand(control, {});
+    if (reply.replyClass() != 2) {
+        Diagnostics::printReply("文件下载未完成: ", reply.text);
+        return false;
+    }
+    return received && written;
+}

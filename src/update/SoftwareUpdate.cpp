@@ -1,0 +1,80 @@
+#include "update/SoftwareUpdate.h"
+
+#include "helpers/LogHelper.h"
+#include "helpers/ProductSettings.h"
+#include "update/Crc32.h"
+#include "update/FtpTransfers.h"
+#include "update/InstallerDownload.h"
+#include "update/UpdateInfo.h"
+
+#include <exception>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+
+SoftwareUpdate::SoftwareUpdate(const UpdateWidgets &widgets, const InterfaceLanguage &language,
+                               QObject *parent)
+    : QObject(parent), widgets_(widgets), language_(language),
+      screen_(std::make_shared<UpdateScreen>(widgets.status, widgets.progress, language, this)) {
+    connect(widgets_.check, &QPushButton::clicked, this, &SoftwareUpdate::onCheckUpdateClicked);
+}
+
+SoftwareUpdate::~SoftwareUpdate() {
+    screen_->detach();
+}
+
+void SoftwareUpdate::showStatus(const BilingualText &text) {
+    widgets_.status->setText(QString::fromWCharArray(text.in(language_.isEnglish())));
+}
+
+void SoftwareUpdate::checkAtStart(QAbstractButton *updateButton) {
+    if (checkForUpdate() < 1) {
+        showStatus(UpdateTexts::kNoNewVersion);
+        return;
+    }
+    emit updateButton->clicked();
+    showStatus(UpdateTexts::kNewVersion);
+}
+
+int32_t SoftwareUpdate::checkForUpdate() {
+    try {
+        return askServer();
+    } catch (const std::exception &error) { // out of memory
+        QOR_LOG(L"update check given up: %S", error.what());
+        return -4;
+    }
+}
+
+int32_t SoftwareUpdate::askServer() {
+    widgets_.progress->setValue(0);
+    const std::wstring folder = ProductSettings::readString(L"InstallPath").value_or(L"");
+    ServerConfigRecord record;
+    if (folder.empty() || loadServerConfig(folder + L"\\qor_netcfg.fsc", record) < 1)
+        return -1;
+    config_ = getServerConfig(record);
+
+    uint32_t installedCrc = 0;
+    if (fileCrc(folder + L"\\backup\\setup_backup.exe", installedCrc) < 1)
+        return -3;
+
+    DownloadBuffer bytes;
+    if (downloadToMemory(config_.server, config_.folder + "\\qor_updateinfo.dat", bytes, nullptr, {}) < 1)
+        return -4;
+    updateInformation_ = updateInformationText(bytes.data(), bytes.size());
+    if (bytes.size() == 0)
+        return -5;
+    return listsInstaller(updateInformation_, installedCrc) ? -6 : 1;
+}
+
+void SoftwareUpdate::onCheckUpdateClicked() {
+    showStatus(UpdateTexts::kChecking);
+    widgets_.status->repaint(); // now, since the check keeps the event loop waiting
+    if (checkForUpdate() < 1) {
+        showStatus(UpdateTexts::kNoNewVersion);
+        return;
+    }
+    showStatus(UpdateTexts::kStartDownload);
+    if (!startInstallerDownload(
+            std::make_unique<InstallerDownload>(InstallerDownload{config_, updateInformation_, screen_})))
+        showStatus(UpdateTexts::kDownloadFailed);
+}

@@ -1,0 +1,51 @@
+// Looks for an installer on the update server that is not the installed one, and has it downloaded and
+// started. Versions are recognised by the installer file's CRC. Lives in the GUI thread.
+#pragma once
+
+#include "update/ServerConfig.h"
+#include "update/UpdateScreen.h"
+
+#include <memory>
+#include <QObject>
+#include <string>
+
+class QAbstractButton;
+class QPushButton;
+
+// Where the update shows itself; other code may use the same widgets.
+struct UpdateWidgets {
+    QLabel *status;
+    QProgressBar *progress;
+    QPushButton *check;
+};
+
+class SoftwareUpdate : public QObject {
+    Q_OBJECT
+
+public:
+    // Connects the check button. language must outlive this object.
+    SoftwareUpdate(const UpdateWidgets &widgets, const InterfaceLanguage &language,
+                   QObject *parent = nullptr);
+    ~SoftwareUpdate() override; // a running download goes on without a screen and starts nothing
+
+    // The check at start-up: shows the outcome, and for a new version emits updateButton's clicked first.
+    void checkAtStart(QAbstractButton *updateButton);
+
+    // Asks the server; blocks meanwhile. 1: a new version is there. -1 no usable configuration file, -3 no
+    // copy of the installed package, -4 no update information, -5 it is empty, -6 the installed package is
+    // current.
+    int32_t checkForUpdate();
+
+    // Checks, and starts the download of a new version.
+    void onCheckUpdateClicked();
+
+private:
+    int32_t askServer();
+    void showStatus(const BilingualText &text);
+
+    UpdateWidgets widgets_;
+    const InterfaceLanguage &language_;
+    std::shared_ptr<UpdateScreen> screen_; // shared with download threads
+    ServerConfig config_;                  // of the last check
+    std::wstring updateInformation_;       // of the last check
+};
