@@ -22,15 +22,15 @@ constexpr std::chrono::milliseconds kPauseAfterReport{100};
 // What the thread may touch of the window, for as long as there is one.
 class SwitchLink {
 public:
-    SwitchLink(std::function<uint8_t()> state, QAbstractButton *button)
-        : state_(std::move(state)), button_(button) {}
+    SwitchLink(const volatile uint8_t *switchByte, QAbstractButton *button)
+        : switchByte_(switchByte), button_(button) {}
 
     // Emits the click; the switch's state before it, or none when the window is gone.
     std::optional<uint8_t> click() {
         const std::lock_guard<std::mutex> lock(mutex_);
         if (!button_)
             return {};
-        const uint8_t before = state_();
+        const uint8_t before = *switchByte_;
         emit button_->clicked(false);
         return before;
     }
@@ -42,7 +42,7 @@ public:
 
 private:
     std::mutex mutex_;
-    const std::function<uint8_t()> state_;
+    const volatile uint8_t *const switchByte_;
     QAbstractButton *button_;
 };
 
@@ -95,9 +95,9 @@ void handleReport(HidDevice &device, uint8_t reportId, std::vector<uint8_t> &rep
 
 } // namespace
 
-void startDeviceEventListener(std::function<uint8_t()> switchState, QAbstractButton *button) {
+void startDeviceEventListener(const volatile uint8_t *switchByte, QAbstractButton *button) {
     detachDeviceEventListener();
-    auto link = std::make_shared<SwitchLink>(std::move(switchState), button);
+    auto link = std::make_shared<SwitchLink>(switchByte, button);
     currentLink() = link;
     try {
         std::thread([link] {

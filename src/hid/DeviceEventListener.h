@@ -8,12 +8,11 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <QAbstractButton>
 
-// Call once. switchState gives the switch (0/1) as it is before the toggle; the listener's thread calls it.
-void startDeviceEventListener(std::function<uint8_t()> switchState, QAbstractButton *button);
+// Call once. switchByte holds the switch (0/1) and changes on the GUI thread; the listener reads it before the click.
+void startDeviceEventListener(const volatile uint8_t *switchByte, QAbstractButton *button);
 
-// After its return the thread touches neither the button nor switchState; key events are then ignored. To be
-// called before either of them goes away. Without a running listener it does nothing.
+// After its return the thread touches neither the button nor the byte; key events are then ignored. To be called
+// before either of them goes away. Without a running listener it does nothing.
 void detachDeviceEventListener();
