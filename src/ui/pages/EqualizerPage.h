@@ -1,0 +1,64 @@
+// The ten-band equalizer: sliders, twelve presets, reset, and the user's named curves. Every slider step is
+// one block write; while the equalizer is off only the sliders still send. GUI thread.
+#pragma once
+
+#include "ui/pages/EqPresets.h"
+#include "ui/pages/ExclusiveEffects.h"
+#include "ui/pages/PageContext.h"
+
+#include <array>
+#include <QObject>
+#include <string>
+
+class QLabel;
+class QPushButton;
+class QSlider;
+
+class EqualizerPage : public QObject {
+    Q_OBJECT
+
+public:
+    // The curves of the file at curveFilePath are already loaded.
+    EqualizerPage(PageContext context, ExclusiveEffects &effects, std::wstring curveFilePath,
+                  QObject *parent);
+
+    // Writes the texts that the form does not hold, and the gains, which it resets.
+    void retranslated();
+
+private slots:
+    // Sends the stored curve of that name through the sliders.
+    void recallCurve(const QString &name);
+
+private:
+    struct Band {
+        QSlider *slider; // gain + 20
+        QLabel *gain;
+    };
+
+    void findControls();
+    void prepareCurveNames();
+    void connectControls();
+    void fillCurveNames();
+
+    void moveBand(size_t band, int sliderValue);
+    void choosePreset(int index);
+    void resetCurve();
+    void saveCurve();
+    void deleteCurve();
+
+    void applyEqPreset(int index);
+    void refreshEqSliders();
+    void refreshSilently(); // without the sliders' handlers sending
+    void showActivePreset();
+    void sendGains();
+    bool isOn() const { return effects_.isOn(Effect::Equalizer); }
+
+    PageContext context_;
+    ExclusiveEffects &effects_;
+    std::wstring curveFilePath_;
+    std::array<Band, sizeof(ExtBlock::gain)> bands_{};
+    std::array<QPushButton *, EqPresets::kCount> presets_{};
+    QPushButton *eqPresetButton = nullptr; // the preset pressed last
+    int eqPresetIndex = 0;
+    int activePreset_ = -1; // the one whose name is shown; -1: none yet
+};

@@ -1,0 +1,43 @@
+#include "ui/pages/ExclusiveEffects.h"
+
+#include "ui/pages/StyleSheetText.h"
+
+ExclusiveEffects::ExclusiveEffects(PageContext context, QTimer &rotationTimer, QObject *parent)
+    : QObject(parent), context_(context), rotation_(rotationTimer) {}
+
+void ExclusiveEffects::attach(Effect effect, QAbstractButton &switchButton, QWidget *caption,
+                              QVector<QWidget *> panel) {
+    controls_.push_back({effect, &switchButton, caption, std::move(panel)});
+    show(controls_.back());
+    connect(&switchButton, &QAbstractButton::clicked, this, [this, effect] { toggle(effect); });
+}
+
+void ExclusiveEffects::toggle(Effect effect) {
+    const bool on = ExclusiveGroup::toggle(context_.device.sound, effect);
+    if (on || effect == Effect::SoundField)
+        followAngleMode();
+    for (const Controls &controls : qAsConst(controls_))
+        show(controls);
+    context_.device.saveType2Block();
+}
+
+void ExclusiveEffects::followAngleMode() {
+    if (const int step = ExclusiveGroup::rotationStep(context_.device.sound))
+        rotation_.start(step);
+    else
+        rotation_.hold();
+}
+
+bool ExclusiveEffects::isOn(Effect effect) const {
+    return ExclusiveGroup::isOn(context_.device.sound, effect);
+}
+
+void ExclusiveEffects::show(const Controls &controls) const {
+    const bool on = isOn(controls.effect);
+    StyleSheetText::showSwitch(*controls.switchButton, on);
+    controls.switchButton->setChecked(on);
+    if (controls.caption)
+        StyleSheetText::showCaption(*controls.caption, on);
+    for (QWidget *widget : controls.panel)
+        widget->setEnabled(on);
+}

@@ -1,0 +1,46 @@
+// Virtual 7.1, sound field, room effect and equalizer: at most one is on. Their pages bring the controls, the
+// rules for all four are here and in ExclusiveGroup. GUI thread; the switches' `clicked` may come from any
+// thread.
+#pragma once
+
+#include "ui/pages/ExclusiveGroup.h"
+#include "ui/pages/FieldRotation.h"
+#include "ui/pages/PageContext.h"
+
+#include <QAbstractButton>
+#include <QObject>
+#include <QVector>
+
+class ExclusiveEffects : public QObject {
+    Q_OBJECT
+
+public:
+    ExclusiveEffects(PageContext context, QTimer &rotationTimer, QObject *parent);
+
+    // Shows the effect's state on the controls from now on and lets the switch toggle it. caption may be
+    // null; panel holds what can be worked only while the effect is on.
+    void attach(Effect effect, QAbstractButton &switchButton, QWidget *caption, QVector<QWidget *> panel);
+
+    // Flips the effect, shows what follows from it and sends the sound block once.
+    void toggle(Effect effect);
+
+    // Turns or stops the field as the block says.
+    void followAngleMode();
+
+    bool isOn(Effect effect) const;
+    FieldRotation &rotation() { return rotation_; }
+
+private:
+    struct Controls {
+        Effect effect;
+        QAbstractButton *switchButton;
+        QWidget *caption;
+        QVector<QWidget *> panel;
+    };
+
+    void show(const Controls &controls) const;
+
+    PageContext context_;
+    FieldRotation rotation_;
+    QVector<Controls> controls_;
+};

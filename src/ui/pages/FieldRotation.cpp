@@ -1,0 +1,36 @@
+#include "ui/pages/FieldRotation.h"
+
+#include <cmath>
+
+namespace {
+
+constexpr float kFullTurn = 360;
+
+} // namespace
+
+void FieldRotation::start(int step) {
+    timer_.stop();
+    rotationStep = step;
+    rotationActive = true;
+    timer_.start();
+}
+
+void FieldRotation::hold() {
+    timer_.stop();
+    rotationStep = 0;
+    rotationActive = false;
+}
+
+void FieldRotation::centre() {
+    hold();
+    rotationAngle = 0;
+}
+
+bool FieldRotation::advance() {
+    if (!rotationActive)
+        return false;
+    rotationAngle += static_cast<float>(rotationStep) * rotationFactor;
+    if (std::abs(rotationAngle) >= kFullTurn) // a field that turns for weeks must not run out of digits
+        rotationAngle = std::fmod(rotationAngle, kFullTurn);
+    return true;
+}

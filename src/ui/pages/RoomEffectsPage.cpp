@@ -1,0 +1,88 @@
+#include "ui/pages/RoomEffectsPage.h"
+
+#include "ui/pages/StyleSheetText.h"
+#include "ui_demoClass.h"
+
+#include <QSignalBlocker>
+
+namespace {
+
+constexpr int kRooms = 3;
+constexpr int kPositions = 4;
+
+void moveMark(QPushButton *&marked, QPushButton *next) {
+    if (marked && marked != next)
+        StyleSheetText::showMarked(*marked, false);
+    if (next)
+        StyleSheetText::showMarked(*next, true);
+    marked = next;
+}
+
+} // namespace
+
+RoomEffectsPage::RoomEffectsPage(PageContext context, ExclusiveEffects &effects, QObject *parent)
+    : QObject(parent), context_(context), effects_(effects) {
+    const Ui::demoClass &form = context_.form;
+    effects_.attach(Effect::VirtualSurround, *form.pushButton_32, form.label_148, {});
+    effects_.attach(Effect::RoomEffect, *form.pushButton_33, form.label_150,
+                    {form.btn_room1, form.btn_room2, form.btn_room3});
+    showStored();
+    connectControls();
+}
+
+void RoomEffectsPage::showStored() {
+    const Ui::demoClass &form = context_.form;
+    const SoundBlock &sound = context_.device.sound;
+    moveMark(markedRoom_, roomButton(sound.room));
+    moveMark(markedPosition_, positionButton(sound.position));
+    if (markedPosition_) {
+        const QSignalBlocker silent(form.comboBox_2);
+        form.comboBox_2->setCurrentIndex(sound.position - 1);
+    }
+    StyleSheetText::showSwitch(*form.pushButton_27, sound.hiddenSwitch == 1);
+    form.pushButton_27->setChecked(sound.hiddenSwitch == 1);
+    form.comboBox_2->hide();
+    form.pushButton_27->hide();
+    form.label_175->hide();
+}
+
+void RoomEffectsPage::connectControls() {
+    for (int room = 1; room <= kRooms; ++room)
+        connect(roomButton(room), &QPushButton::clicked, this, [this, room] { chooseRoom(room); });
+    for (int position = 1; position <= kPositions; ++position)
+        connect(positionButton(position), &QPushButton::clicked, this,
+                [this, position] { choosePosition(position); });
+}
+
+void RoomEffectsPage::chooseRoom(int room) {
+    SoundBlock &sound = context_.device.sound;
+    if (!effects_.isOn(Effect::RoomEffect) || room == sound.room)
+        return;
+    moveMark(markedRoom_, roomButton(room));
+    sound.room = static_cast<uint8_t>(room);
+    context_.device.saveType2Block();
+}
+
+// The box is moved along and answers with selectMode, which must not send the same choice again.
+void RoomEffectsPage::choosePosition(int position) {
+    moveMark(markedPosition_, positionButton(position));
+    {
+        const FlagScope moving(movingPositionBox_);
+        context_.form.comboBox_2->setCurrentIndex(position - 1);
+    }
+    context_.device.sound.position = static_cast<uint8_t>(position);
+    context_.device.saveType2Block();
+}
+
+void RoomEffectsPage::selectMode(int index) {
+    if (!movingPositionBox_ && index >= 0 && index < kPositions)
+        choosePosition(index + 1);
+}
+
+QPushButton *RoomEffectsPage::roomButton(int room) const {
+    return context_.window.findChild<QPushButton *>(QStringLiteral("btn_room%1").arg(room));
+}
+
+QPushButton *RoomEffectsPage::positionButton(int position) const {
+    return context_.window.findChild<QPushButton *>(QStringLiteral("btn_env%1").arg(position));
+}

@@ -1,0 +1,219 @@
+#include "ui/pages/SoundFieldPage.h"
+
+#include "helpers/LogHelper.h"
+#include "ui/pages/ButtonHighlight.h"
+#include "ui/pages/SoundFieldGeometry.h"
+#include "ui/pages/SoundFieldView.h"
+#include "ui_demoClass.h"
+
+#include <QtMath>
+
+namespace {
+
+// The eight speakers in the order of their bytes in the block.
+struct SpeakerNames {
+    const char *slider;
+    const char *value;
+    const char *marker;
+    const char *label;
+    float angle; // degrees, counter-clockwise from the right: where a 7.1 set stands around the listener
+};
+
+constexpr std::array<SpeakerNames, sizeof(SoundBlock::speakerLevel)> kSpeakers{{
+    {"page4_L", "L_V", "page4_Label_L", "L", 120},
+    {"page4_R", "R_V", "page4_Label_R", "R", 60},
+    {"page4_LS", "LS_V", "page4_Label_LS", "LS", 180},
+    {"page4_RS", "RS_V", "page4_Label_RS", "RS", 0},
+    {"page4_LB", "LB_V", "page4_Label_LB", "LB", 235},
+    {"page4_RB", "RB_V", "page4_Label_RB", "RB", 305},
+    {"page4_c", "C_V", "page4_Label_C", "C", 90},
+    {"page4_w", "W_V", "page4_Label_W", "W", 270},
+}};
+
+// A marker at the lowest level, 1.5 times as far out, just stays inside the picture.
+constexpr double kReferenceRadius = 104;
+
+constexpr int kFieldButtons = 5;
+constexpr uint32_t kPressedColour = 0x6E6E6E;
+constexpr uint32_t kOtherColour = 0x1A1A1A;
+
+enum AngleMode : uint8_t { Clockwise = 1, Anticlockwise = 2, Held = 3, Centred = 4 };
+
+QPoint centreOf(const QRect &area) {
+    return {area.x() + area.width() / 2, area.y() + area.height() / 2};
+}
+
+SoundFieldView::Speakers drawnSpeakers() {
+    SoundFieldView::Speakers speakers;
+    for (size_t i = 0; i < speakers.size(); ++i)
+        speakers[i] = {QString::fromLatin1(kSpeakers[i].label), kSpeakers[i].angle};
+    return speakers;
+}
+
+} // namespace
+
+SoundFieldPage::SoundFieldPage(PageContext context, ExclusiveEffects &effects, QTimer &rotationTimer,
+                               QObject *parent)
+    : QObject(parent), context_(context), effects_(effects) {
+    const Ui::demoClass &form = context_.form;
+    view_ = new SoundFieldView(drawnSpeakers(), form.round);
+    findSpeakers();
+    findFieldButtons();
+    effects_.attach(Effect::SoundField, *form.pushButton_14, form.label_152, {form.Page4_P, form.frame_2});
+    showLevels();
+    showMaster(context_.device.sound.speakerLevel[0]);
+    placeMarkers();
+    connectControls();
+    connect(&rotationTimer, &QTimer::timeout, this, [this] {
+        if (effects_.rotation().advance())
+            showAngle();
+    });
+    effects_.followAngleMode();
+}
+
+void SoundFieldPage::findSpeakers() {
+    const FlagScope filling(context_.volume.volumeUpdating);
+    const QPoint centre = centreOf(context_.form.round->geometry());
+    for (size_t i = 0; i < speakers_.size(); ++i) {
+        const SpeakerNames &names = kSpeakers[i];
+        const SoundField::PointF offset = SoundField::onCircle(names.angle, kReferenceRadius);
+        speakers_[i] = {context_.window.findChild<QSlider *>(QLatin1String(names.slider)),
+                        context_.window.findChild<QLabel *>(QLatin1String(names.value)),
+                        context_.window.findChild<QLabel *>(QLatin1String(names.marker)),
+                        centre + QPoint(qRound(offset.x), qRound(offset.y))};
+        speakers_[i].slider->setRange(SoundField::kMinLevel, SoundField::kMaxLevel);
+    }
+    context_.form.horizontalSlider_14->setRange(SoundField::kMinLevel, SoundField::kMaxLevel);
+}
+
+void SoundFieldPage::findFieldButtons() {
+    for (int number = 1; number <= kFieldButtons; ++number)
+        fieldButtons_.push_back(
+            context_.window.findChild<QPushButton *>(QStringLiteral("Page4_P_%1").arg(number)));
+}
+
+void SoundFieldPage::connectControls() {
+    const Ui::demoClass &form = context_.form;
+    for (size_t i = 0; i < speakers_.size(); ++i)
+        connect(speakers_[i].slider, &QSlider::valueChanged, this,
+                [this, i](int level) { moveSpeaker(i, level); });
+    connect(form.horizontalSlider_14, &QSlider::valueChanged, this, &SoundFieldPage::moveMaster);
+    connect(form.Page4_P_6, &QPushButton::clicked, this, [this] { stepLevels(-1); });
+    connect(form.Page4_P_7, &QPushButton::clicked, this, [this] { stepLevels(1); });
+    connectFieldButton(1, &SoundFieldPage::turnClockwise);
+    connectFieldButton(2, &SoundFieldPage::turnAnticlockwise);
+    connectFieldButton(3, &SoundFieldPage::hold);
+    connectFieldButton(4, &SoundFieldPage::centre);
+    connectFieldButton(5, &SoundFieldPage::restoreDefaults);
+}
+
+void SoundFieldPage::connectFieldButton(int number, void (SoundFieldPage::*action)()) {
+    auto *button = static_cast<QPushButton *>(fieldButtons_[number - 1]);
+    connect(button, &QPushButton::clicked, this, [this, button, action] {
+        if (!isOn())
+            return;
+        currentFieldButton_ = button;
+        ButtonHighlight::mark(fieldButtons_, currentFieldButton_, kPressedColour, kOtherColour);
+        (this->*action)();
+    });
+}
+
+void SoundFieldPage::retranslated() {
+    placeMarkers();
+}
+
+// The speakers' own sliders send even while the sound field is off.
+void SoundFieldPage::moveSpeaker(size_t speaker, int level) {
+    if (context_.volume.volumeUpdating)
+        return;
+    context_.device.sound.speakerLevel[speaker] = static_cast<int8_t>(level);
+    context_.device.saveType2Block();
+    placeMarkers();
+}
+
+void SoundFieldPage::moveMaster(int level) {
+    if (context_.volume.volumeUpdating || !isOn())
+        return;
+    setAllLevels(level);
+    context_.device.saveType2Block();
+    placeMarkers();
+}
+
+void SoundFieldPage::stepLevels(int step) {
+    if (!isOn())
+        return;
+    for (int8_t &level : context_.device.sound.speakerLevel)
+        level = static_cast<int8_t>(SoundField::stepLevel(level, step));
+    showLevels();
+    context_.device.saveType2Block();
+    placeMarkers();
+    showMaster(context_.device.sound.speakerLevel[0]);
+}
+
+void SoundFieldPage::turn(int step) {
+    effects_.rotation().start(step);
+    saveAngleMode(step < 0 ? Clockwise : Anticlockwise);
+}
+
+void SoundFieldPage::hold() {
+    effects_.rotation().hold();
+    saveAngleMode(Held);
+}
+
+void SoundFieldPage::centre() {
+    centreField();
+    saveAngleMode(Centred);
+}
+
+void SoundFieldPage::restoreDefaults() {
+    centreField();
+    setAllLevels(0);
+    showMaster(0);
+    placeMarkers();
+    saveAngleMode(Centred);
+}
+
+void SoundFieldPage::centreField() {
+    effects_.rotation().centre();
+    showAngle();
+}
+
+void SoundFieldPage::setAllLevels(int level) {
+    for (int8_t &each : context_.device.sound.speakerLevel)
+        each = static_cast<int8_t>(level);
+    showLevels();
+}
+
+void SoundFieldPage::saveAngleMode(uint8_t mode) {
+    context_.device.sound.fieldAngleMode = mode;
+    context_.device.saveType2Block();
+}
+
+void SoundFieldPage::showLevels() {
+    const FlagScope filling(context_.volume.volumeUpdating);
+    for (size_t i = 0; i < speakers_.size(); ++i)
+        speakers_[i].slider->setValue(context_.device.sound.speakerLevel[i]);
+}
+
+void SoundFieldPage::showMaster(int level) {
+    const FlagScope filling(context_.volume.volumeUpdating);
+    context_.form.horizontalSlider_14->setValue(level);
+}
+
+void SoundFieldPage::placeMarkers() {
+    const QPoint centre = centreOf(context_.form.round->geometry());
+    for (const Speaker &speaker : speakers_) {
+        const QSlider &slider = *speaker.slider;
+        const int level = slider.value();
+        const SoundField::Point place = SoundField::markerPosition(
+            {centre.x(), centre.y()}, {speaker.reference.x(), speaker.reference.y()},
+            {speaker.marker->width(), speaker.marker->height()}, level, slider.minimum(), slider.maximum());
+        speaker.marker->move(place.x, place.y);
+        speaker.value->setText(QString::number(level) + QStringLiteral("db"));
+        QOR_TRACE(L"%d", level);
+    }
+}
+
+void SoundFieldPage::showAngle() {
+    view_->setAngle(effects_.rotation().angle());
+}

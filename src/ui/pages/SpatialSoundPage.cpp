@@ -1,0 +1,8 @@
+#include "ui/pages/SpatialSoundPage.h"
+
+#include "ui_demoClass.h"
+
+SpatialSoundPage::SpatialSoundPage(PageContext context, ExclusiveEffects &effects, QObject *parent)
+    : QObject(parent) {
+    effects.attach(Effect::RoomEffect, *context.form.pushButton_28, nullptr, {});
+}
