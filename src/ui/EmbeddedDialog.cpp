@@ -1,7 +1,7 @@
 #include "ui/EmbeddedDialog.h"
 
-EmbeddedDialog::EmbeddedDialog(QWidget &mainWindow) : mainWindow_(mainWindow), dialog_(new QDialog(&mainWindow)) {
-}
+EmbeddedDialog::EmbeddedDialog(QWidget &mainWindow)
+    : mainWindow_(mainWindow), dialog_(new QDialog(&mainWindow)) {}
 
 EmbeddedDialog::~EmbeddedDialog() {
     delete dialog_;

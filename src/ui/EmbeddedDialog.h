@@ -1,5 +1,5 @@
-// A dialog drawn inside the main window, above its pages. With the frameless hint as its only window flag it is a
-// child of the window and not a window of its own, so its position is in the main window's coordinates.
+// A dialog drawn inside the main window, above its pages. With the frameless hint as its only window flag it
+// is a child of the window and not a window of its own, so its position is in the main window's coordinates.
 #pragma once
 
 #include <QDialog>

@@ -5,7 +5,8 @@
 #include <optional>
 
 // A stored value wins, truncated to a signed byte: 128..255 become negative. Without one the system's locale
-// decides: 2052 (Chinese, PRC) gives 0 (Chinese), every other one, other Chinese locales included, 1 (English).
+// decides: 2052 (Chinese, PRC) gives 0 (Chinese), every other one, other Chinese locales included, 1
+// (English).
 int8_t chooseLanguage(uint32_t systemLocale, std::optional<uint32_t> stored);
 
 // The same, for this system and its registry.

@@ -23,7 +23,8 @@ void OpenMakerWebSite() {
 }
 
 void OpenRecordingSettings() {
-    // https://learn.microsoft.com/windows/win32/shell/executing-control-panel-items: item,,tab; tab 1 is Recording.
+    // https://learn.microsoft.com/windows/win32/shell/executing-control-panel-items: item,,tab; tab 1 is
+    // Recording.
     if (!QProcess::startDetached(QStringLiteral("control.exe"), {QStringLiteral("mmsys.cpl,,1")}))
         QOR_LOG(L"control.exe cannot be started");
 }

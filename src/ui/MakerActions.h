@@ -11,4 +11,5 @@ void OpenMakerWebSite();
 void OpenRecordingSettings();
 
 // Gives the top bar a right-click menu with the two actions; its texts are those of the moment it opens.
-void addTopBarMenu(QWidget &topBar, std::function<void()> openWebSite, std::function<void()> openRecordingSettings);
+void addTopBarMenu(QWidget &topBar, std::function<void()> openWebSite,
+                   std::function<void()> openRecordingSettings);

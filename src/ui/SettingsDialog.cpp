@@ -15,8 +15,7 @@ constexpr wchar_t kStartTipValue[] = L"isStartShow";
 
 SettingsDialog::SettingsDialog(QWidget &mainWindow, InterfaceLanguage &language, DialogState &state,
                                Translation &translation)
-    : mainWindow_(mainWindow), language_(language), state_(state), translation_(translation) {
-}
+    : mainWindow_(mainWindow), language_(language), state_(state), translation_(translation) {}
 
 void SettingsDialog::OpenSettingsDialog() {
     if (state_.anyOpen())

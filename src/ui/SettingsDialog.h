@@ -1,5 +1,5 @@
-// The settings dialog: interface language, tray icon, start tip. Made when it is opened, gone when it is closed.
-// One object, owned by the main window.
+// The settings dialog: interface language, tray icon, start tip. Made when it is opened, gone when it is
+// closed. One object, owned by the main window.
 #pragma once
 
 #include "helpers/InterfaceLanguage.h"
@@ -16,17 +16,18 @@ class dlgsetting;
 
 class SettingsDialog {
 public:
-    SettingsDialog(QWidget &mainWindow, InterfaceLanguage &language, DialogState &state, Translation &translation);
+    SettingsDialog(QWidget &mainWindow, InterfaceLanguage &language, DialogState &state,
+                   Translation &translation);
 
     // Returns when the dialog has been closed, or at once when a dialog is open already.
     void OpenSettingsDialog();
 
-    // The Confirm button: stores the choices, applies the language, closes the dialog. A choice that cannot be
-    // stored (logged) still holds for this run. Nothing happens while no dialog is open.
+    // The Confirm button: stores the choices, applies the language, closes the dialog. A choice that cannot
+    // be stored (logged) still holds for this run. Nothing happens while no dialog is open.
     void SaveSettings();
 
-    // True when closing the main window shall hide it behind the tray icon: the registry value "isAddSysicon",
-    // where a missing one counts as yes.
+    // True when closing the main window shall hide it behind the tray icon: the registry value
+    // "isAddSysicon", where a missing one counts as yes.
     bool hidesToTray() const;
 
 private:

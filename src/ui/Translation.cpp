@@ -7,8 +7,7 @@
 #include <QCoreApplication>
 
 Translation::Translation(QMainWindow &mainWindow, PageContext context)
-    : mainWindow_(mainWindow), context_(context) {
-}
+    : mainWindow_(mainWindow), context_(context) {}
 
 void Translation::addRefill(std::function<void()> refill) {
     refills_.push_back(std::move(refill));
@@ -31,6 +30,7 @@ bool Translation::loadTexts(int8_t language) {
         translator_ = new QTranslator(&mainWindow_);
     const QString file = language == 0 ? QStringLiteral("ts_zh.qm") : QStringLiteral("ts_en.qm");
     // A translator that was installed before and now fails to load is left empty, which translates nothing.
-    return translator_->load(QCoreApplication::applicationDirPath() + QStringLiteral("/translations/") + file) &&
+    return translator_->load(QCoreApplication::applicationDirPath() + QStringLiteral("/translations/") +
+                             file) &&
            QCoreApplication::installTranslator(translator_);
 }

@@ -12,13 +12,13 @@ class Translation {
 public:
     Translation(QMainWindow &mainWindow, PageContext context);
 
-    // Adds what a page has to do after its texts were reset to those of the form: write its live values back and
-    // set again the texts that it makes itself. Run in the order of the calls.
+    // Adds what a page has to do after its texts were reset to those of the form: write its live values back
+    // and set again the texts that it makes itself. Run in the order of the calls.
     void addRefill(std::function<void()> refill);
 
-    // Loads translations/ts_zh.qm (language 0) or ts_en.qm (1 and above) from the program's folder and re-applies
-    // all texts; a negative language leaves the texts as they are. Without a usable file the texts are the source
-    // texts, which are Chinese. Controls that change here write nothing to the device.
+    // Loads translations/ts_zh.qm (language 0) or ts_en.qm (1 and above) from the program's folder and
+    // re-applies all texts; a negative language leaves the texts as they are. Without a usable file the texts
+    // are the source texts, which are Chinese. Controls that change here write nothing to the device.
     void LoadTranslation();
 
 private:

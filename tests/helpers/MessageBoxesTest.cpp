@@ -26,7 +26,7 @@ struct Shown {
     BoxAnswerer::Box box;
 };
 
-template <typename Call>
+template<typename Call>
 Shown show(Call call, size_t button = 0) {
     BoxAnswerer answerer(button);
     const int result = call();
@@ -50,8 +50,8 @@ TEST(MessageBoxes, ShowsTextTitleAndButtonsWithoutOwner) {
         {L"发现新版本，下载请按OK键", L"Download", MB_OKCANCEL, 1, 2, IDCANCEL, L"Download"},
     };
     for (const Case &c : cases) {
-        const Shown shown = show(
-            [&] { return ShowMessage(QString::fromWCharArray(c.text), c.title, c.flags); }, c.button);
+        const Shown shown =
+            show([&] { return ShowMessage(QString::fromWCharArray(c.text), c.title, c.flags); }, c.button);
         ASSERT_TRUE(shown.box.seen);
         EXPECT_EQ(shown.box.text, c.text);
         EXPECT_EQ(shown.box.title, c.shownTitle);
@@ -71,8 +71,7 @@ TEST(MessageBoxes, ChoosesTheTextByFlagOrByTheUsersLocale) {
     // 1028, 3076 and 4100 are the other Chinese locales; 0x10804 is 2052 with another sort order.
     for (const LCID locale : {LCID{2052}, LCID{1028}, LCID{3076}, LCID{4100}, LCID{1033}, LCID{0x10804}}) {
         userLocale = locale;
-        const Shown shown =
-            show([] { return ShowMessageByLocale(L"english", L"  中文", L"t", MB_OK); });
+        const Shown shown = show([] { return ShowMessageByLocale(L"english", L"  中文", L"t", MB_OK); });
         EXPECT_EQ(shown.box.text, locale == 2052 ? L"  中文" : L"english") << locale;
     }
     userLocale = 1033;

@@ -1,5 +1,5 @@
-// Answers the next message box of this process from a thread of its own, by a real click on the button, and keeps
-// what the box said. Made before the call that shows the box.
+// Answers the next message box of this process from a thread of its own, by a real click on the button, and
+// keeps what the box said. Made before the call that shows the box.
 #pragma once
 
 #include <chrono>

@@ -10,7 +10,8 @@
 static LCID systemLocale = 1033;
 extern "C" LCID WINAPI fakeSystemLocale() __asm__("GetSystemDefaultLCID");
 extern "C" {
-void *fakeSystemLocaleImport __asm__("__imp_GetSystemDefaultLCID") = reinterpret_cast<void *>(&fakeSystemLocale);
+void *fakeSystemLocaleImport __asm__("__imp_GetSystemDefaultLCID") =
+    reinterpret_cast<void *>(&fakeSystemLocale);
 }
 extern "C" LCID WINAPI fakeSystemLocale() {
     return systemLocale;
@@ -59,7 +60,8 @@ TEST(LanguageChoice, ReadsTheRegistry) {
 
     for (const int language : {0, 1, 127, -56, -1}) {
         EXPECT_TRUE(storeLanguage(static_cast<int8_t>(language)));
-        EXPECT_EQ(Registry::ReadDwordValue(key, L"language"), static_cast<uint32_t>(language)); // sign-extended
+        EXPECT_EQ(Registry::ReadDwordValue(key, L"language"),
+                  static_cast<uint32_t>(language)); // sign-extended
         EXPECT_EQ(ChooseLanguage(), language);
     }
 
