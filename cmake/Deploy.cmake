@@ -2,12 +2,15 @@
 # that the folder can be copied to a Windows machine and started there.
 set(QOR_DIST_DIR "${CMAKE_BINARY_DIR}/dist")
 
-# Stripped copies, since debug information makes a program ten times as large.
-function(qor_dist_program target name)
-    add_custom_command(OUTPUT "${QOR_DIST_DIR}/${name}"
-        COMMAND "${CMAKE_STRIP}" -o "${QOR_DIST_DIR}/${name}" "$<TARGET_FILE:${target}>"
-        DEPENDS ${target} VERBATIM)
-    set_property(GLOBAL APPEND PROPERTY QOR_DIST_FILES "${QOR_DIST_DIR}/${name}")
+# qor_dist_stripped(FILE name dependency): a copy without debug information, which makes a program ten times as
+# large. It is renamed into place, so that a panel that runs from the folder keeps its own file.
+function(qor_dist_stripped file name dependency)
+    set(copy "${QOR_DIST_DIR}/${name}")
+    add_custom_command(OUTPUT "${copy}"
+        COMMAND "${CMAKE_STRIP}" -o "${copy}.new" "${file}"
+        COMMAND "${CMAKE_COMMAND}" -E rename "${copy}.new" "${copy}"
+        DEPENDS "${dependency}" VERBATIM)
+    set_property(GLOBAL APPEND PROPERTY QOR_DIST_FILES "${copy}")
 endfunction()
 
 # qor_dist_files(FOLDER file...): copies the files into dist/FOLDER when they are newer; "." is dist itself.
@@ -29,16 +32,16 @@ function(qor_dist_compiler_runtime)
         if(NOT EXISTS "${file}")
             message(FATAL_ERROR "${CMAKE_CXX_COMPILER} has no ${name}")
         endif()
-        qor_dist_files(. "${file}")
+        qor_dist_stripped("${file}" ${name} "${file}")
     endforeach()
 endfunction()
 
 # qor_deploy(TARGET): adds the target "dist" for the panel's executable, with the simulated headset and the
 # translations (global property QOR_QM_FILES, made by the target "translations").
 function(qor_deploy executable)
-    qor_dist_program(${executable} QorSoundKit.exe)
-    qor_dist_program(simulator qor_ecd_api.dll)
-    qor_dist_program(normal normal.exe)
+    qor_dist_stripped("$<TARGET_FILE:${executable}>" QorSoundKit.exe ${executable})
+    qor_dist_stripped("$<TARGET_FILE:simulator>" qor_ecd_api.dll simulator)
+    qor_dist_stripped("$<TARGET_FILE:normal>" normal.exe normal)
 
     qor_dist_files(. "${QORSOUND_QT}/bin/Qt5Core.dll" "${QORSOUND_QT}/bin/Qt5Gui.dll"
         "${QORSOUND_QT}/bin/Qt5Widgets.dll")

@@ -1,0 +1,116 @@
+#!/usr/bin/env bash
+# Starts the panel on a display in memory, clicks through all offered pages in both languages, and saves a picture of
+# each as build/tour/<language>-<page>.png. The panel starts with a new headset and leaves no trace but the pictures.
+set -euo pipefail
+. "$(dirname "$0")/../run-common.sh"
+
+PICTURES=$BUILD/tour
+SCREEN=1400x1000
+WIDTH=1071 HEIGHT=869     # of the main window
+CONTENT=865x590+206+69    # the part right of the navigation and below the top bar
+REST_X=1030 REST_Y=860    # where the pointer waits, so that nothing is shown hovered
+
+mkdir -p "$PICTURES" "$CACHE/runs"
+rm -f "$PICTURES"/*.png
+work=$(mktemp -d "$CACHE/runs/tour-XXXXXX")
+export WINEPREFIX=$work/prefix
+xvfb=''
+finish() {
+    local code=$?
+    trap - EXIT
+    wineserver -k 2>/dev/null || true
+    timeout 10 wineserver -w 2>/dev/null || true
+    [ -z "$xvfb" ] || kill "$xvfb" 2>/dev/null || true
+    rm -rf "$work" || true
+    exit "$code"
+}
+trap finish EXIT
+trap 'exit 130' INT TERM
+
+start_display() {
+    Xvfb -displayfd 5 -screen 0 "${SCREEN}x24" 5>"$work/display" >/dev/null 2>&1 &
+    xvfb=$!
+    for _ in $(seq 100); do
+        [ ! -s "$work/display" ] || break
+        sleep 0.05
+    done
+    [ -s "$work/display" ] || die "Xvfb did not start"
+    DISPLAY=:$(cat "$work/display")
+    export DISPLAY
+}
+
+# Sets X and Y, the window's place on the screen; false while it is not there in its full size.
+find_window() {
+    local id geometry
+    for id in $(xdotool search --onlyvisible --name '^QorSound Kit$' 2>/dev/null); do
+        geometry=$(xdotool getwindowgeometry "$id" 2>/dev/null) || continue
+        [[ $geometry =~ Position:\ (-?[0-9]+),(-?[0-9]+).*Geometry:\ ([0-9]+)x([0-9]+) ]] || continue
+        X=${BASH_REMATCH[1]} Y=${BASH_REMATCH[2]}
+        [ "${BASH_REMATCH[3]}x${BASH_REMATCH[4]}" != "${WIDTH}x$HEIGHT" ] || return 0
+    done
+    return 1
+}
+
+start_panel() {
+    (cd "$DIST" && exec "$WINE" ./QorSoundKit.exe) </dev/null >"$work/output" 2>&1 &
+    panel=$!
+    local deadline=$((SECONDS + 60))
+    until find_window; do
+        kill -0 "$panel" 2>/dev/null || no_window "the panel ended before its window appeared"
+        [ "$SECONDS" -lt "$deadline" ] || no_window "the panel's window did not appear within 60 seconds"
+        sleep 0.1
+    done
+}
+
+no_window() {
+    import -silent -window root "$PICTURES/no-window.png" || true
+    die "$1; the screen is in $PICTURES/no-window.png"
+}
+
+# take FILE: a picture of the window, once two in a row are the same (at most three seconds); sets CONTENT_SUM.
+take() {
+    local shot=$work/shot.ppm last='' now=''
+    for _ in $(seq 15); do
+        import -silent -window root -crop "${WIDTH}x$HEIGHT+$X+$Y" +repage "$shot"
+        now=$(sha256sum <"$shot")
+        [ "$now" != "$last" ] || break
+        last=$now
+        sleep 0.1
+    done
+    CONTENT_SUM=$(convert "$shot" -write "$1" -crop "$CONTENT" +repage ppm:- | sha256sum)
+}
+
+click() {
+    xdotool mousemove $((X + $1)) $((Y + $2)) sleep 0.05 click 1 sleep 0.05 \
+        mousemove $((X + REST_X)) $((Y + REST_Y))
+}
+
+# walk LANGUAGE: a picture of every page; a click that changes nothing is a failure.
+walk() {
+    local name x y file before=''
+    while read -r name x y; do
+        case $name in ''|'#'*) continue ;; esac
+        file=$PICTURES/$1-$name.png
+        click "$x" "$y"
+        take "$file"
+        [ "$CONTENT_SUM" != "$before" ] || die "the click on \"$name\" at $x,$y did not change the page, see $file"
+        before=$CONTENT_SUM
+        printf '%s\n' "$file"
+    done <"$ROOT/tools/tour/stops.txt"
+}
+
+say "no display: taking pictures of all pages in both languages (about half a minute)"
+wine_environment
+copy_prefix "$WINEPREFIX"
+start_display
+install_product_key
+for language in zh en; do
+    set_value "$PRODUCT_KEY" language REG_DWORD "$([ "$language" = zh ] && echo 0 || echo 1)"
+    start_panel
+    walk "$language"
+    end_panel "$panel" || die "the panel did not end within 5 seconds"
+    wait "$panel" || die "the panel ended with exit code $?"
+done
+cmp -s "$PICTURES/zh-volume.png" "$PICTURES/en-volume.png" &&
+    die "both languages look the same, see $PICTURES/zh-volume.png and en-volume.png"
+say "the tour is complete"
