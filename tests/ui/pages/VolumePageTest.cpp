@@ -312,6 +312,21 @@ TEST_F(VolumePageTest, FollowsWindowsWithoutSettingItAgain) {
     expectSent({100, 100, 100}); // the balance was lost at 0
 }
 
+TEST_F(VolumePageTest, FlagsHoldBackWhatWindowsTells) {
+    open({44, 44, 20});
+    {
+        const FlagScope selfSet(volume.volumeSelfSet);
+        EXPECT_THAT(callsOfWindows(0.805f, false), kWrite) << "the mute state only";
+    }
+    {
+        const FlagScope updating(volume.volumeUpdating);
+        EXPECT_THAT(callsOfWindows(0.805f, false), IsEmpty());
+        EXPECT_THAT(callsOfWindows(0.805f, true), IsEmpty());
+    }
+    expectSent({44, 44, 20});
+    expectMuteShown(false);
+}
+
 TEST_F(VolumePageTest, DraggingWithWindowsEchoingEndsWhereTheUserLeftIt) {
     for (QSlider *slider : {form.verticalSlider_4, form.verticalSlider_5, form.verticalSlider_7}) {
         SCOPED_TRACE(slider->objectName().toStdString());
