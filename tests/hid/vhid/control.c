@@ -88,6 +88,8 @@ static void reset(void) {
 
     KeAcquireSpinLock(&driver.lock, &irql);
     driver.eventCount = 0;
+    driver.feature.length = 0;
+    useReceiverDescriptor();
     driver.holdWrites = FALSE;
     memset(driver.failures, 0, sizeof driver.failures);
     KeReleaseSpinLock(&driver.lock, irql);

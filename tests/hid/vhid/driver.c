@@ -13,6 +13,11 @@ static const UCHAR receiverDescriptor[] = {
     0x09, 0x04, 0xB1, 0x02, 0xC0,                   /* feature, end of collection */
 };
 
+void useReceiverDescriptor(void) {
+    memcpy(driver.nextDescriptor, receiverDescriptor, sizeof receiverDescriptor);
+    driver.nextDescriptorLength = sizeof receiverDescriptor;
+}
+
 NTSTATUS complete(PIRP irp, NTSTATUS status, ULONG_PTR information) {
     irp->IoStatus.Status = status;
     irp->IoStatus.Information = information;
@@ -38,8 +43,7 @@ NTSTATUS NTAPI DriverEntry(PDRIVER_OBJECT object, PUNICODE_STRING registryPath) 
     KeInitializeSpinLock(&driver.lock);
     InitializeListHead(&driver.devices);
     InitializeListHead(&driver.heldWrites);
-    memcpy(driver.nextDescriptor, receiverDescriptor, sizeof receiverDescriptor);
-    driver.nextDescriptorLength = sizeof receiverDescriptor;
+    useReceiverDescriptor();
 
     object->DriverExtension->AddDevice = addDevice;
     object->DriverUnload = unload;

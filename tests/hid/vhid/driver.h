@@ -47,6 +47,7 @@ struct Driver {
 extern struct Driver driver;
 
 NTSTATUS complete(PIRP irp, NTSTATUS status, ULONG_PTR information);
+void useReceiverDescriptor(void); /* for devices plugged from now on */
 
 /* minidriver.c: the side towards the HID class driver */
 NTSTATUS NTAPI addDevice(PDRIVER_OBJECT object, PDEVICE_OBJECT functionDevice);

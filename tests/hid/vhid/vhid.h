@@ -14,7 +14,7 @@
 #define VHID_IOCTL_SET_DESCRIPTOR VHID_IOCTL(5) /* in: bytes; for devices plugged from now on */
 #define VHID_IOCTL_SET_FEATURE VHID_IOCTL(6)    /* in: VhidFeature; what a feature report is answered with */
 #define VHID_IOCTL_COUNTERS VHID_IOCTL(7)       /* out: VhidCounters */
-#define VHID_IOCTL_RESET VHID_IOCTL(8)          /* forgets events, failures and held writes */
+#define VHID_IOCTL_RESET VHID_IOCTL(8)          /* back to the state after the driver's start */
 
 enum VhidKind { VHID_NONE, VHID_WRITE, VHID_SET_FEATURE, VHID_GET_FEATURE, VHID_KINDS };
 
