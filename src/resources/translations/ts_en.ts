@@ -694,7 +694,7 @@
     </message>
     <message>
         <source>温馨提示</source>
-        <translation>Welcome</translation>
+        <translation>Notice</translation>
     </message>
     <message>
         <source>不再提示此消息</source>
