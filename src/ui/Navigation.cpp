@@ -1,6 +1,7 @@
 #include "ui/Navigation.h"
 
 #include <QStyle>
+#include <QVariant>
 
 namespace {
 

@@ -1,0 +1,74 @@
+#include "ui/PageSet.h"
+
+#include "hid/FirmwarePage.h"
+#include "ui/Translation.h"
+#include "ui/WindowTimers.h"
+#include "ui/pages/BatteryStatus.h"
+#include "ui/pages/EqualizerPage.h"
+#include "ui/pages/ExclusiveEffects.h"
+#include "ui/pages/LedPage.h"
+#include "ui/pages/MicrophonePage.h"
+#include "ui/pages/NoiseReductionPage.h"
+#include "ui/pages/RoomEffectsPage.h"
+#include "ui/pages/SampleRatePage.h"
+#include "ui/pages/SoundFieldPage.h"
+#include "ui/pages/SpatialSoundPage.h"
+#include "ui/pages/StatusStrip.h"
+#include "ui/pages/VoiceEffectsPage.h"
+#include "ui_demoClass.h"
+#include "update/SoftwareUpdate.h"
+
+namespace {
+
+FirmwareWidgets firmwareWidgets(const Ui::demoClass &form) {
+    return {form.lineEdit_4,    form.pushButton_10, form.pushButton_11,
+            form.pushButton_17, form.label_241,     form.progressBar};
+}
+
+UpdateWidgets updateWidgets(const Ui::demoClass &form) {
+    return {form.label_241, form.progressBar, form.pushButton_18};
+}
+
+} // namespace
+
+PageSet::PageSet(PageContext context, WindowTimers &timers, const QString &curveFilePath,
+                 VolumePage::Services volumeServices)
+    : volume_(std::make_unique<VolumePage>(context, std::move(volumeServices), nullptr)),
+      sampleRate_(std::make_unique<SampleRatePage>(context, nullptr)),
+      exclusiveEffects_(std::make_unique<ExclusiveEffects>(context, timers.rotation, nullptr)),
+      equalizer_(std::make_unique<EqualizerPage>(context, *exclusiveEffects_, curveFilePath.toStdWString(), nullptr)),
+      roomEffects_(std::make_unique<RoomEffectsPage>(context, *exclusiveEffects_, nullptr)),
+      soundField_(std::make_unique<SoundFieldPage>(context, *exclusiveEffects_, timers.rotation, nullptr)),
+      spatialSound_(std::make_unique<SpatialSoundPage>(context, *exclusiveEffects_, nullptr)),
+      microphone_(std::make_unique<MicrophonePage>(context, nullptr)),
+      voiceEffects_(std::make_unique<VoiceEffectsPage>(context, nullptr)),
+      noiseReduction_(std::make_unique<NoiseReductionPage>(context, nullptr)),
+      led_(std::make_unique<LedPage>(context, nullptr)),
+      battery_(std::make_unique<BatteryStatus>(context, timers.battery, nullptr)),
+      statusStrip_(std::make_unique<StatusStrip>(context, nullptr)),
+      firmware_(std::make_unique<FirmwarePage>(&context.window, firmwareWidgets(context.form), nullptr)),
+      update_(std::make_unique<SoftwareUpdate>(updateWidgets(context.form), context.language)) {
+    QObject::connect(&timers.firstBattery, &QTimer::timeout, battery_.get(), &BatteryStatus::refreshBatteryStatus);
+}
+
+PageSet::~PageSet() = default;
+
+void PageSet::addRefillsTo(Translation &translation) {
+    translation.addRefill([this] { volume_->retranslated(); });
+    translation.addRefill([this] { equalizer_->retranslated(); });
+    translation.addRefill([this] { soundField_->retranslated(); });
+    translation.addRefill([this] { microphone_->retranslated(); });
+    translation.addRefill([this] { statusStrip_->refresh(); });
+}
+
+void PageSet::checkForUpdateAtStart(QPushButton &updateButton) {
+    update_->checkAtStart(&updateButton);
+}
+
+void PageSet::selectRoomMode(int index) {
+    roomEffects_->selectMode(index);
+}
+
+bool PageSet::upgradeInProgress() const {
+    return firmware_->upgradeInProgress();
+}

@@ -1,0 +1,60 @@
+#include "program/FormMap.h"
+
+#include "ui_demoClass.h"
+
+#include <QFile>
+#include <QStyle>
+#include <QStyleOptionSlider>
+#include <stdexcept>
+
+FormMap::FormMap() : window_(std::make_unique<QMainWindow>()) {
+    Ui::demoClass form;
+    form.setupUi(window_.get());
+    QFile sheet(QStringLiteral(":/styles/panel.qss"));
+    if (sheet.open(QIODevice::ReadOnly))
+        form.centralWidget->setStyleSheet(QString::fromUtf8(sheet.readAll()));
+    window_->setAttribute(Qt::WA_DontShowOnScreen);
+    window_->setWindowFlags(Qt::FramelessWindowHint);
+    for (const int hidden : {1, 5, 7, 10})
+        control(qPrintable(QStringLiteral("bt_y%1").arg(hidden))).hide();
+    window_->show();
+    window_->layout()->activate();
+}
+
+FormMap::~FormMap() = default;
+
+QWidget &FormMap::control(const char *objectName) {
+    auto *widget = window_->findChild<QWidget *>(QString::fromLatin1(objectName));
+    if (!widget)
+        throw std::invalid_argument(objectName);
+    return *widget;
+}
+
+POINT FormMap::centreOf(const char *objectName) {
+    QWidget &widget = control(objectName);
+    auto *pages = window_->findChild<QStackedWidget *>(QStringLiteral("stackedWidget"));
+    for (int page = 0; page < pages->count(); ++page) {
+        if (pages->widget(page)->isAncestorOf(&widget))
+            pages->setCurrentIndex(page);
+    }
+    const QPoint centre = widget.mapTo(window_.get(), widget.rect().center());
+    return {centre.x(), centre.y()};
+}
+
+POINT FormMap::sliderPoint(const char *objectName, int value) {
+    const POINT centre = centreOf(objectName);
+    auto &slider = static_cast<QSlider &>(control(objectName));
+    slider.setValue(value);
+    QStyleOptionSlider option;
+    option.initFrom(&slider);
+    option.orientation = slider.orientation();
+    option.minimum = slider.minimum();
+    option.maximum = slider.maximum();
+    option.sliderPosition = slider.sliderPosition();
+    option.sliderValue = slider.value();
+    option.upsideDown = slider.orientation() == Qt::Vertical;
+    const QRect handle =
+        slider.style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, &slider);
+    const QPoint at = slider.mapTo(window_.get(), handle.center());
+    return slider.orientation() == Qt::Vertical ? POINT{centre.x, at.y()} : POINT{at.x(), centre.y};
+}

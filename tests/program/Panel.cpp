@@ -1,0 +1,229 @@
+#include "program/Panel.h"
+
+#include "helpers/ProductSettings.h"
+#include "helpers/Registry.h"
+
+#include <filesystem>
+#include <fstream>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const wchar_t kSimulatorKey[] = L"HKEY_CURRENT_USER\\Software\\QorSoundKit Simulator";
+const wchar_t kJournal[] = L"C:\\panel journal.txt";
+
+struct Search {
+    DWORD process;
+    const wchar_t *className; // null: any visible window of Qt
+    HWND found;
+};
+
+BOOL CALLBACK match(HWND window, LPARAM argument) {
+    auto &search = *reinterpret_cast<Search *>(argument);
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    wchar_t name[128] = L"";
+    GetClassNameW(window, name, 128);
+    const std::wstring text = name;
+    const bool wanted =
+        search.className ? text == search.className : text.rfind(L"Qt5", 0) == 0 && text.find(L"QWindow") != text.npos;
+    if (process != search.process || !wanted || !IsWindowVisible(window))
+        return TRUE;
+    search.found = window;
+    return FALSE;
+}
+
+HWND find(DWORD process, const wchar_t *className) {
+    Search search{process, className, nullptr};
+    EnumWindows(&match, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+void send(DWORD flags) {
+    INPUT input{};
+    input.type = INPUT_MOUSE;
+    input.mi.dwFlags = flags;
+    SendInput(1, &input, sizeof input);
+    Sleep(15);
+}
+
+void moveTo(HWND window, POINT position) {
+    ClientToScreen(window, &position);
+    SetCursorPos(position.x, position.y);
+    Sleep(15);
+}
+
+void key(WORD code, bool shift = false) {
+    INPUT input[4] = {};
+    UINT count = 0;
+    const auto add = [&](WORD virtualKey, DWORD flags) {
+        input[count].type = INPUT_KEYBOARD;
+        input[count].ki.wVk = virtualKey;
+        input[count++].ki.dwFlags = flags;
+    };
+    if (shift)
+        add(VK_SHIFT, 0);
+    add(code, 0);
+    add(code, KEYEVENTF_KEYUP);
+    if (shift)
+        add(VK_SHIFT, KEYEVENTF_KEYUP);
+    SendInput(count, input, sizeof *input);
+    Sleep(15);
+}
+
+// "date time process thread call" without the first four.
+std::string callOf(const std::string &line, DWORD onlyProcess) {
+    size_t at = 0;
+    for (int field = 0; field < 4; ++field) {
+        const size_t blank = line.find(' ', at);
+        if (blank == std::string::npos)
+            return {};
+        if (field == 2 && onlyProcess && line.substr(at, blank - at) != std::to_string(onlyProcess))
+            return {};
+        at = blank + 1;
+    }
+    return line.substr(at);
+}
+
+std::vector<std::string> readJournal(DWORD onlyProcess) {
+    std::vector<std::string> calls;
+    std::ifstream file{fs::path(kJournal)};
+    for (std::string line; std::getline(file, line);) {
+        while (!line.empty() && line.back() == '\r')
+            line.pop_back();
+        std::string call = callOf(line, onlyProcess);
+        if (!call.empty())
+            calls.push_back(std::move(call));
+    }
+    return calls;
+}
+
+} // namespace
+
+std::wstring Panel::folder() {
+    return L"C:\\panel";
+}
+
+void Panel::prepare() {
+    std::error_code ignored;
+    fs::remove_all(folder(), ignored);
+    fs::remove(kJournal, ignored);
+    fs::copy(QOR_DIST_DIR, folder(), fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\QorSoundKit");
+    RegDeleteTreeW(HKEY_CURRENT_USER, L"SOFTWARE\\QorSoundKit");
+    RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\QorSoundKit Simulator");
+    Registry::CreateKey(ProductSettings::kProductKey);
+    Registry::WriteStringValue(ProductSettings::kProductKey, L"InstallPath", folder());
+    Registry::CreateKey(kSimulatorKey);
+    Registry::WriteStringValue(kSimulatorKey, L"JournalPath", kJournal);
+}
+
+Panel::~Panel() {
+    if (running())
+        kill();
+}
+
+void Panel::start() {
+    std::wstring command = L"\"" + folder() + L"\\QorSoundKit.exe\"";
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process{};
+    window_ = nullptr;
+    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, folder().c_str(), &startup,
+                        &process))
+        return;
+    CloseHandle(process.hThread);
+    process_.reset(process.hProcess);
+    processId_ = process.dwProcessId;
+}
+
+bool Panel::waitForWindow(DWORD milliseconds) {
+    return waitUntil(
+        [this] {
+            window_ = find(processId_, nullptr);
+            return window_ || !running();
+        },
+        milliseconds) && window_;
+}
+
+bool Panel::running() const {
+    return process_ && WaitForSingleObject(process_.get(), 0) == WAIT_TIMEOUT;
+}
+
+int Panel::waitForEnd(DWORD milliseconds) const {
+    DWORD code = 0;
+    if (!process_ || WaitForSingleObject(process_.get(), milliseconds) != WAIT_OBJECT_0 ||
+        !GetExitCodeProcess(process_.get(), &code))
+        return -1000;
+    return static_cast<int>(code);
+}
+
+void Panel::kill() {
+    TerminateProcess(process_.get(), 99);
+    WaitForSingleObject(process_.get(), 5000);
+}
+
+void Panel::click(POINT position, int times) const {
+    moveTo(window_, position);
+    for (int i = 0; i < times; ++i) {
+        send(MOUSEEVENTF_LEFTDOWN);
+        send(MOUSEEVENTF_LEFTUP);
+    }
+}
+
+void Panel::rightClick(POINT position) const {
+    moveTo(window_, position);
+    send(MOUSEEVENTF_RIGHTDOWN);
+    send(MOUSEEVENTF_RIGHTUP);
+}
+
+void Panel::drag(POINT from, POINT to) const {
+    moveTo(window_, from);
+    send(MOUSEEVENTF_LEFTDOWN);
+    POINT start = from;
+    ClientToScreen(window_, &start);
+    constexpr int steps = 8;
+    for (int i = 1; i <= steps; ++i) {
+        // On the screen, since the window itself may follow the mouse.
+        SetCursorPos(start.x + (to.x - from.x) * i / steps, start.y + (to.y - from.y) * i / steps);
+        Sleep(15);
+    }
+    send(MOUSEEVENTF_LEFTUP);
+}
+
+void Panel::type(const std::wstring &text) const {
+    for (const wchar_t c : text) {
+        const SHORT scan = VkKeyScanW(c);
+        key(static_cast<WORD>(scan & 0xFF), scan & 0x100);
+    }
+}
+
+void Panel::press(WORD virtualKey) const {
+    key(virtualKey);
+}
+
+std::vector<std::string> Panel::journal() {
+    return readJournal(0);
+}
+
+std::vector<std::string> Panel::ownJournal() const {
+    return readJournal(processId_);
+}
+
+std::wstring Panel::answerBox(DWORD milliseconds) const {
+    HWND box = nullptr;
+    waitUntil([&] { return (box = find(processId_, L"#32770")) != nullptr; }, milliseconds);
+    if (!box)
+        return {};
+    wchar_t text[512] = L"";
+    for (HWND child = nullptr; (child = FindWindowExW(box, child, L"Static", nullptr)) != nullptr;) {
+        if (SendMessageW(child, WM_GETTEXT, 512, reinterpret_cast<LPARAM>(text)) > 0)
+            break;
+    }
+    const HWND button = FindWindowExW(box, nullptr, L"Button", nullptr);
+    PostMessageW(box, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(button), BN_CLICKED), reinterpret_cast<LPARAM>(button));
+    waitUntil([&] { return !IsWindow(box); });
+    return text;
+}

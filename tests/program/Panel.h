@@ -1,0 +1,64 @@
+// The real program on the simulated headset, in a folder and a registry of its own, for whole-program tests. Driven
+// as a user drives it: by the mouse and the keyboard of Windows.
+#pragma once
+
+#include "helpers/WinHandles.h"
+
+#include <string>
+#include <vector>
+#include <windows.h>
+
+class Panel {
+public:
+    // A fresh registry (product key as an installer leaves it, start image in the headset), a fresh copy of the
+    // program at `folder`.
+    static void prepare();
+    static std::wstring folder();
+
+    Panel() = default;
+    ~Panel(); // ends what still runs
+    Panel(const Panel &) = delete;
+    Panel &operator=(const Panel &) = delete;
+
+    // Starts QorSoundKit.exe. waitForWindow: until its main window is visible, ten seconds at most.
+    void start();
+    bool waitForWindow(DWORD milliseconds = 10000);
+    HWND window() const { return window_; }
+    DWORD processId() const { return processId_; }
+
+    bool running() const;
+    // Exit code once the process has ended within the time; -1000 when it has not.
+    int waitForEnd(DWORD milliseconds = 5000) const;
+    void kill();
+
+    // Coordinates in the main window.
+    void click(POINT position, int times = 1) const;
+    void rightClick(POINT position) const;
+    void drag(POINT from, POINT to) const;
+    void type(const std::wstring &text) const; // ASCII letters, digits, '-' and blanks
+    void press(WORD virtualKey) const;
+
+    // Lines of the simulator's journal since prepare(), without time and ids: "_SetVolum(45, 0, 0) -> 0 ...".
+    static std::vector<std::string> journal();
+    // Of one process only.
+    std::vector<std::string> ownJournal() const;
+
+    // A message box of the process: waits for one, answers it by its first button, gives its text; empty if none.
+    std::wstring answerBox(DWORD milliseconds = 10000) const;
+
+private:
+    UniqueHandle process_;
+    DWORD processId_ = 0;
+    HWND window_ = nullptr;
+};
+
+// Waits until condition() holds; false after the time-out.
+template <typename Condition>
+bool waitUntil(Condition condition, DWORD milliseconds = 5000) {
+    for (DWORD waited = 0; !condition(); waited += 10) {
+        if (waited >= milliseconds)
+            return false;
+        Sleep(10);
+    }
+    return true;
+}

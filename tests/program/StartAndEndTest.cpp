@@ -1,0 +1,178 @@
+// Start-up, handover and every way in which the process ends, with the real program.
+#include "helpers/ProductSettings.h"
+#include "helpers/Registry.h"
+#include "program/FormMap.h"
+#include "program/Panel.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+
+namespace {
+
+using ProductSettings::kProductKey;
+const std::wstring kSimulator = L"HKEY_CURRENT_USER\\Software\\QorSoundKit Simulator";
+
+class StartAndEndTest : public testing::Test {
+protected:
+    void SetUp() override { Panel::prepare(); }
+
+    static bool beginsWith(const std::string &text, const std::string &start) {
+        return text.compare(0, start.size(), start) == 0;
+    }
+
+    static void expectInOrder(const std::vector<std::string> &journal, const std::vector<std::string> &wanted) {
+        size_t at = 0;
+        for (const std::string &call : journal) {
+            if (at < wanted.size() && beginsWith(call, wanted[at]))
+                ++at;
+        }
+        EXPECT_EQ(wanted.size(), at) << (at < wanted.size() ? "missing: " + wanted[at] : "");
+    }
+
+    static void expectShutDown(const Panel &panel) {
+        const std::vector<std::string> journal = panel.ownJournal();
+        ASSERT_GE(journal.size(), 3u);
+        EXPECT_TRUE(beginsWith(journal[journal.size() - 3], "_kill_task(normal.exe)")) << journal[journal.size() - 3];
+        EXPECT_TRUE(beginsWith(journal[journal.size() - 2], "setDeviceProperty(type 1")) << journal[journal.size() - 2];
+        EXPECT_TRUE(beginsWith(journal.back(), "releaseDeviceInfo(")) << journal.back();
+    }
+
+    FormMap map;
+};
+
+TEST_F(StartAndEndTest, CallsOfAStartInTheirOrder) {
+    Panel panel;
+    panel.start();
+    ASSERT_TRUE(panel.waitForWindow());
+    expectInOrder(panel.ownJournal(),
+                  {"_IsRunningAsAdmin(", "_IsAlreadyRun(", "getDeviceCount(", "init(", "getDeviceInfo(0",
+                   "_SetVolum(", "_SetVolum(", "setDeviceProperty(type 1", "setDeviceProperty(type 2",
+                   "_getVolum(0, 0)", "_SetMasterMute(", "_SetVolum(", "_exec_usb_encrypt("});
+    EXPECT_TRUE(std::filesystem::is_regular_file(Panel::folder() + L"\\config\\eqs.bin"));
+    EXPECT_TRUE(Registry::KeyExists(ProductSettings::kUserKey));
+    wchar_t title[64] = L"";
+    GetWindowTextW(panel.window(), title, 64);
+    EXPECT_STREQ(L"QorSound Kit", title);
+    RECT frame{};
+    GetWindowRect(panel.window(), &frame);
+    EXPECT_EQ(1071, frame.right - frame.left);
+    EXPECT_EQ(869, frame.bottom - frame.top);
+    EXPECT_EQ((GetSystemMetrics(SM_CXSCREEN) - 1071) / 2, frame.left);
+    EXPECT_EQ((GetSystemMetrics(SM_CYSCREEN) - 869) / 2, frame.top);
+}
+
+TEST_F(StartAndEndTest, CloseButtonEndsOrHides) {
+    Registry::WriteDwordValue(kProductKey, L"isAddSysicon", 0);
+    {
+        Panel panel;
+        panel.start();
+        ASSERT_TRUE(panel.waitForWindow());
+        panel.click(map.centreOf("pushButton"));
+        EXPECT_EQ(0, panel.waitForEnd());
+        expectShutDown(panel);
+    }
+    Registry::DeleteValue(kProductKey, L"isAddSysicon");
+    Panel panel;
+    panel.start();
+    ASSERT_TRUE(panel.waitForWindow());
+    panel.click(map.centreOf("pushButton"));
+    EXPECT_TRUE(waitUntil([&] { return !IsWindowVisible(panel.window()); }));
+    EXPECT_TRUE(panel.running());
+}
+
+TEST_F(StartAndEndTest, NewerInstanceTakesOver) {
+    Panel older;
+    older.start();
+    ASSERT_TRUE(older.waitForWindow());
+    Panel newer;
+    newer.start();
+    EXPECT_EQ(0, older.waitForEnd());
+    expectShutDown(older);
+    EXPECT_TRUE(newer.waitForWindow());
+    EXPECT_EQ(0u, Registry::ReadDwordValue(kProductKey, L"exitCmd"));
+
+    // A window that hides behind the tray icon, or sits in a message box, still ends.
+    newer.click(map.centreOf("bt_y11"));
+    newer.click(map.centreOf("pushButton_11"));
+    Panel newest;
+    newest.start();
+    EXPECT_EQ(0, newer.waitForEnd());
+    expectShutDown(newer);
+    EXPECT_TRUE(newest.waitForWindow());
+}
+
+TEST_F(StartAndEndTest, OldInstanceStaysWhereThePollIsOff) {
+    Registry::WriteStringValue(kProductKey, L"EnableAllDev", L"true");
+    Panel older;
+    older.start();
+    ASSERT_TRUE(older.waitForWindow());
+    Panel newer;
+    newer.start();
+    EXPECT_TRUE(newer.waitForWindow());
+    EXPECT_TRUE(older.running());
+}
+
+TEST_F(StartAndEndTest, TwoStartsAtOnceLeaveOneOrBothInOrder) {
+    Panel first;
+    Panel second;
+    first.start();
+    second.start();
+    // Whoever came second to the name asks the other to end; nobody hangs and nobody crashes.
+    EXPECT_TRUE(waitUntil([&] { return !first.running() || !second.running(); }, 15000));
+    Panel &survivor = first.running() ? first : second;
+    EXPECT_TRUE(survivor.waitForWindow());
+    EXPECT_EQ(0, (first.running() ? second : first).waitForEnd(0));
+}
+
+TEST_F(StartAndEndTest, NoDeviceNoDriverNoRecord) {
+    const struct {
+        const wchar_t *knob;
+        DWORD value;
+        const wchar_t *text;
+    } cases[] = {{L"DeviceCount", 0, L"Can't connect to device"},
+                 {L"InitResult", 0xFFFFFFFF, L"install driver FAILED"},
+                 {L"DeviceInfoResult", 0xFFFFFFFE, L"get device info FAILED"}};
+    for (const auto &c : cases) {
+        Registry::WriteDwordValue(kSimulator, c.knob, c.value);
+        Panel panel;
+        panel.start();
+        EXPECT_EQ(c.text, panel.answerBox());
+        EXPECT_EQ(0, panel.waitForEnd());
+        for (const std::string &call : panel.ownJournal())
+            EXPECT_FALSE(beginsWith(call, "releaseDeviceInfo(") || beginsWith(call, "setDeviceProperty(")) << call;
+        Registry::DeleteValue(kSimulator, c.knob);
+    }
+}
+
+TEST_F(StartAndEndTest, NotElevated) {
+    Registry::WriteDwordValue(kSimulator, L"ForceElevated", 0);
+    for (const DWORD result : {0u, 1u}) {
+        Registry::WriteDwordValue(kSimulator, L"RestartResult", result);
+        Panel panel;
+        panel.start();
+        EXPECT_EQ(result ? 1 : -1, panel.waitForEnd());
+        EXPECT_EQ(2u, panel.ownJournal().size());
+    }
+}
+
+TEST_F(StartAndEndTest, BadInputStartsAllTheSame) {
+    const std::wstring curves = Panel::folder() + L"\\config\\eqs.bin";
+    Registry::WriteStringValue(kProductKey, L"isAddSysicon", L"yes");
+    Registry::WriteDwordValue(kProductKey, L"DisplayName", 1);
+    Registry::WriteStringValue(kProductKey, L"language", L"en");
+    Registry::WriteDwordValue(kSimulator, L"StartImage", 2); // all 0xFF
+    std::filesystem::create_directories(curves);             // a folder where the file should be
+    {
+        Panel panel;
+        panel.start();
+        EXPECT_TRUE(panel.waitForWindow());
+    }
+    Registry::DeleteKey(kProductKey);
+    Panel panel;
+    panel.start();
+    EXPECT_TRUE(panel.waitForWindow());
+    Sleep(300); // timers run, too
+    EXPECT_TRUE(panel.running());
+}
+
+} // namespace
