@@ -10,8 +10,6 @@
 #include <functional>
 #include <QObject>
 
-class QLabel;
-class QSlider;
 class SystemVolumeWatcher;
 
 class VolumePage : public QObject {
