@@ -46,7 +46,11 @@ std::string readFile(const fs::path &path) {
 // The update with its widgets, an installation folder, a server and a temporary folder of its own.
 class SoftwareUpdateTest : public testing::Test {
 protected:
-    fs::path root_ = fs::temp_directory_path() / "qor_update_test";
+    static const fs::path &testRoot() {
+        static const fs::path root = fs::temp_directory_path() / "qor_update_test"; // before TMP is changed
+        return root;
+    }
+    fs::path root_ = testRoot();
     fs::path installation_ = root_ / "installation";
     fs::path temporary_ = root_ / "temp";
     ScriptedFtpServer server_;
