@@ -18,7 +18,7 @@ std::string narrow(const wchar_t *text) {
     return result.empty() ? "\"\"" : result;
 }
 
-template <typename... Numbers>
+template<typename... Numbers>
 std::string line(const char *name, Numbers... numbers) {
     std::string text = std::string(name) + "(";
     bool first = true;
@@ -112,14 +112,15 @@ int32_t _hid_trans_data(uint32_t key, uint32_t id1, uint32_t id2, uint32_t id3, 
     std::array<uint8_t, 64> report{};
     std::memcpy(report.data(), output, report.size());
     recorder.reports.push_back(report);
+    recorder.repliesWanted.push_back(input != nullptr);
     if (input)
         std::memcpy(input, recorder.reply.data(), recorder.reply.size());
     return recorder.transferResult;
 }
 
 int32_t _start_task(const wchar_t *fileName, const wchar_t *parameters, int32_t show, const wchar_t *folder) {
-    record("_start_task(" + narrow(fileName) + ", " + narrow(parameters) + ", " + std::to_string(show) + ", " +
-           narrow(folder) + ")");
+    record("_start_task(" + narrow(fileName) + ", " + narrow(parameters) + ", " + std::to_string(show) +
+           ", " + narrow(folder) + ")");
     return 1;
 }
 

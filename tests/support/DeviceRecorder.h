@@ -31,6 +31,7 @@ public:
 
     // Reports given to _hid_trans_data, and the answer to the next ones.
     std::vector<std::array<uint8_t, 64>> reports;
+    std::vector<bool> repliesWanted; // which of them came with an input buffer
     std::array<uint8_t, 64> reply{};
     int32_t transferResult = 64;
 

@@ -84,8 +84,12 @@ void LedPage::pickPaletteColour(int x, int y) {
 
 // A click does not say where it happened, so the mouse event just before it is remembered.
 bool LedPage::eventFilter(QObject *watched, QEvent *event) {
-    if (watched == context_.form.pushButton_palette && event->type() == QEvent::MouseButtonRelease)
-        paletteRelease_ = static_cast<QMouseEvent *>(event)->pos();
+    const QPushButton *palette = context_.form.pushButton_palette;
+    if (watched == palette && event->type() == QEvent::MouseButtonRelease) {
+        const auto *release = static_cast<QMouseEvent *>(event);
+        if (release->button() == Qt::LeftButton && palette->rect().contains(release->pos()))
+            paletteRelease_ = release->pos();
+    }
     return QObject::eventFilter(watched, event);
 }
 

@@ -2,6 +2,7 @@
 
 #include "ui/pages/PageTest.h"
 
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <memory>
 #include <QImage>
@@ -19,6 +20,10 @@ protected:
         form.comboBox_3->setCurrentIndex(3);
         form.horizontalSlider_18->setValue(60);
         page = std::make_unique<LedPage>(context(), nullptr);
+    }
+
+    ~LedPageTest() override {
+        EXPECT_EQ(std::count(recorder.repliesWanted.begin(), recorder.repliesWanted.end(), true), 0);
     }
 
     // Bytes 1..5 of every report sent since the last call.
@@ -145,6 +150,8 @@ TEST_F(LedPageTest, PaletteClickTakesThePixelUnderTheMouse) {
                                          QString::number(pixel.blue())}));
     }
 
+    QTest::mousePress(form.pushButton_palette, Qt::LeftButton, Qt::NoModifier, QPoint(100, 100));
+    QTest::mouseRelease(form.pushButton_palette, Qt::LeftButton, Qt::NoModifier, QPoint(-3, 100));
     const QStringList before = fields();
     for (const QPoint &beside :
          {QPoint(-1, 5), QPoint(5, -1), QPoint(256, 5), QPoint(5, 256), QPoint(100000, 1)})
