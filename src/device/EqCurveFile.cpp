@@ -68,6 +68,9 @@ void load(const std::wstring &path, EqCurveStore &store) {
 }
 
 void save(const std::wstring &path, const EqCurveStore &store) {
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY))
+        return; // the user's wish, which not every system's move respects
     const std::wstring draftPath = path + L".new";
     const Draft draft = writeDraft(draftPath, store);
     if (draft == Draft::Whole &&
