@@ -1,10 +1,23 @@
 #include "ui/Translation.h"
 
 #include "device/DeviceApi.h"
-
+#include "ui/TranslationFile.h"
 #include "ui_demoClass.h"
 
 #include <QCoreApplication>
+#include <QFile>
+
+namespace {
+
+bool isSound(const QString &path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray bytes = file.readAll();
+    return isSoundTranslationFile(bytes.constData(), static_cast<size_t>(bytes.size()));
+}
+
+} // namespace
 
 Translation::Translation(QMainWindow &mainWindow, PageContext context)
     : mainWindow_(mainWindow), context_(context) {}
@@ -25,12 +38,13 @@ void Translation::LoadTranslation() {
         refill();
 }
 
-bool Translation::loadTexts(int8_t language) {
+void Translation::loadTexts(int8_t language) {
     if (!translator_)
         translator_ = new QTranslator(&mainWindow_);
-    const QString file = language == 0 ? QStringLiteral("ts_zh.qm") : QStringLiteral("ts_en.qm");
-    // A translator that was installed before and now fails to load is left empty, which translates nothing.
-    return translator_->load(QCoreApplication::applicationDirPath() + QStringLiteral("/translations/") +
-                             file) &&
-           QCoreApplication::installTranslator(translator_);
+    const QString name = language == 0 ? QStringLiteral("ts_zh.qm") : QStringLiteral("ts_en.qm");
+    const QString path = QCoreApplication::applicationDirPath() + QStringLiteral("/translations/") + name;
+    // Uninstalled first: a failed load gives the source texts and not those of the language before.
+    QCoreApplication::removeTranslator(translator_);
+    if (isSound(path) && translator_->load(path))
+        QCoreApplication::installTranslator(translator_);
 }

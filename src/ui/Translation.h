@@ -22,7 +22,7 @@ public:
     void LoadTranslation();
 
 private:
-    bool loadTexts(int8_t language);
+    void loadTexts(int8_t language);
 
     QMainWindow &mainWindow_;
     PageContext context_;

@@ -1,0 +1,110 @@
+// What a language change does to the window: files good and bad, calls, levels written back. The translation files
+// are copies beside this test program, which it changes as it likes.
+#include "ui/Translation.h"
+
+#include "ui/pages/PageTest.h"
+
+#include <cstring>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <random>
+
+namespace {
+
+class TranslationTest : public PageTest {
+protected:
+    TranslationTest() : translation(window, context()) {
+        QDir().mkpath(folder());
+        for (const char *name : {"ts_zh.qm", "ts_en.qm"})
+            write(name, builtFile(name));
+    }
+
+    static QString folder() { return QCoreApplication::applicationDirPath() + QStringLiteral("/translations/"); }
+
+    static QByteArray builtFile(const char *name) {
+        QFile file(QStringLiteral("Z:" QOR_QM_DIR "/") + QString::fromLatin1(name));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name;
+        return file.readAll();
+    }
+
+    static void write(const char *name, const QByteArray &bytes) {
+        QFile file(folder() + QString::fromLatin1(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+
+    QString textIn(int8_t code) {
+        language.code = code;
+        translation.LoadTranslation();
+        return form.label_2->text();
+    }
+
+    const QString chinese = QStringLiteral("扬声器");
+    const QString english = QStringLiteral("Speakers");
+    Translation translation;
+};
+
+TEST_F(TranslationTest, EveryLanguageValueHasItsTexts) {
+    EXPECT_EQ(textIn(1), english);
+    EXPECT_EQ(textIn(0), chinese);
+    EXPECT_EQ(textIn(2), english);
+    EXPECT_EQ(textIn(0), chinese);
+    EXPECT_EQ(textIn(127), english);
+    for (const int negative : {-128, -56, -1}) // texts stay, those that something else put there included
+        EXPECT_EQ(textIn(static_cast<int8_t>(negative)), english);
+    form.label_2->setText(QStringLiteral("x"));
+    EXPECT_EQ(textIn(-1), QStringLiteral("x"));
+    EXPECT_EQ(textIn(1), english);
+    EXPECT_EQ(window.findChildren<QTranslator *>().size(), 1);
+}
+
+TEST_F(TranslationTest, PollsTheVolumeThenRefillsInOrderWithoutWriting) {
+    for (const int8_t code : {int8_t{1}, int8_t{0}, int8_t{-56}}) {
+        recorder.reset();
+        Translation loading(window, context());
+        std::string order;
+        loading.addRefill([&] { order += "first " + std::to_string(recorder.calls.size()); });
+        loading.addRefill([&] { order += volume.volumeUpdating ? " second" : " unguarded"; });
+        language.code = code;
+        loading.LoadTranslation();
+        EXPECT_EQ(order, "first 1 second");
+        EXPECT_EQ(recorder.calls, std::vector<std::string>{"_getVolum(0, 0)"});
+        EXPECT_FALSE(volume.volumeUpdating);
+    }
+}
+
+TEST_F(TranslationTest, MissingOrBrokenFilesGiveTheSourceTexts) {
+    EXPECT_EQ(textIn(1), english);
+    QFile::remove(folder() + QStringLiteral("ts_zh.qm"));
+    EXPECT_EQ(textIn(0), chinese);
+    QFile::remove(folder() + QStringLiteral("ts_en.qm"));
+    EXPECT_EQ(textIn(1), chinese);
+
+    const QByteArray whole = builtFile("ts_en.qm");
+    for (const int size : {0, 1, 15, 16, 20, 21, 200, whole.size() / 2, whole.size() - 1}) {
+        write("ts_en.qm", whole.left(size));
+        EXPECT_EQ(textIn(1), chinese) << size;
+    }
+    write("ts_en.qm", QByteArray(5000, 'q'));
+    EXPECT_EQ(textIn(1), chinese);
+    write("ts_en.qm", whole);
+    EXPECT_EQ(textIn(1), english);
+}
+
+// Any damage may cost texts, never the program.
+TEST_F(TranslationTest, DamagedFilesAreSurvived) {
+    const QByteArray whole = builtFile("ts_en.qm");
+    std::mt19937 random(4711);
+    for (int round = 0; round < 60; ++round) {
+        QByteArray damaged = whole;
+        for (int i = 0; i < 1 + round; ++i)
+            damaged[static_cast<int>(random() % static_cast<unsigned>(damaged.size()))] = static_cast<char>(random());
+        write("ts_en.qm", damaged);
+        textIn(1);
+    }
+    write("ts_en.qm", whole);
+    EXPECT_EQ(textIn(1), english);
+}
+
+} // namespace
