@@ -59,6 +59,7 @@ void PageSet::addRefillsTo(Translation &translation) {
     translation.addRefill([this] { soundField_->retranslated(); });
     translation.addRefill([this] { microphone_->retranslated(); });
     translation.addRefill([this] { statusStrip_->refresh(); });
+    translation.addRefill([this] { update_->retranslated(); });
 }
 
 void PageSet::checkForUpdateAtStart(QPushButton &updateButton) {

@@ -27,6 +27,17 @@ void SoftwareUpdate::showStatus(const BilingualText &text) {
     widgets_.status->setText(QString::fromWCharArray(text.in(language_.isEnglish())));
 }
 
+void SoftwareUpdate::retranslated() {
+    if (language_.code < 0)
+        return;
+    // The label also shows what others report, which stays.
+    const std::wstring shown = widgets_.status->text().toStdWString();
+    for (const BilingualText &text : UpdateTexts::kStatuses) {
+        if (shown == text.english || shown == text.chinese)
+            showStatus(text);
+    }
+}
+
 void SoftwareUpdate::checkAtStart(QAbstractButton *updateButton) {
     if (checkForUpdate() < 1) {
         showStatus(UpdateTexts::kNoNewVersion);

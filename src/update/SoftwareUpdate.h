@@ -36,6 +36,9 @@ public:
     // current.
     int32_t checkForUpdate();
 
+    // Shows the status in the present language. A negative one leaves all texts as they are.
+    void retranslated();
+
     // Checks, and starts the download of a new version.
     void onCheckUpdateClicked();
 

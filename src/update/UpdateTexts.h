@@ -22,4 +22,8 @@ constexpr BilingualText kIllegalInstaller{L"Illeagal installer package", L"非�
 constexpr BilingualText kConsent{L"Download completed,press OK to upgrade", L"下载结束，升级请按OK键"};
 constexpr wchar_t kConsentTitle[] = L"upgrade";
 
+// All that the status label shows.
+constexpr BilingualText kStatuses[] = {kChecking,    kNoNewVersion, kNewVersion,     kStartDownload,
+                                       kDownloading, kDownloaded,   kDownloadFailed, kIllegalInstaller};
+
 } // namespace UpdateTexts
