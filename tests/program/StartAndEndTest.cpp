@@ -32,7 +32,7 @@ protected:
     static void expectShutDown(const Panel &panel) {
         const std::vector<std::string> journal = panel.ownJournal();
         ASSERT_GE(journal.size(), 3u);
-        EXPECT_TRUE(beginsWith(journal[journal.size() - 3], "_kill_task(normal.exe)")) << journal[journal.size() - 3];
+        EXPECT_TRUE(beginsWith(journal[journal.size() - 3], "_kill_task(\"normal.exe\")")) << journal[journal.size() - 3];
         EXPECT_TRUE(beginsWith(journal[journal.size() - 2], "setDeviceProperty(type 1")) << journal[journal.size() - 2];
         EXPECT_TRUE(beginsWith(journal.back(), "releaseDeviceInfo(")) << journal.back();
     }
