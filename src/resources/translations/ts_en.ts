@@ -650,6 +650,14 @@
         <comment>window</comment>
         <translation>Close</translation>
     </message>
+    <message>
+        <source>⾄臻流⾏</source>
+        <translation>Pure pop</translation>
+    </message>
+    <message>
+        <source>⼈声增强</source>
+        <translation>Vocal boost</translation>
+    </message>
 </context>
 <context>
     <name>dlgsetting</name>
