@@ -1,4 +1,5 @@
 // Failures of Windows' own functions, which no device can be made to produce.
+#include "hid/DeviceEventListener.h"
 #include "hid/HidDevice.h"
 #include "hid/HidStandIns.h"
 
@@ -118,6 +119,19 @@ TEST_F(HidStandInTest, ReportsOfAWrongLength) {
     windows.send(std::vector<uint8_t>(90, 2)); // longer than the buffer: an error of the read
     EXPECT_EQ(device.read(out.data(), 2, 1000), 0u);
     EXPECT_EQ(out[0], 0xEE);
+}
+
+// Not of the fixture: the listener keeps its device for good.
+TEST(DeviceEventListenerStandInTest, PollsAFailingDeviceAtItsUsualPace) {
+    HidStandIns &windows = HidStandIns::instance();
+    windows.reset();
+    windows.readFails = true;
+    const uint8_t switchByte = 0;
+    startDeviceEventListener(&switchByte, nullptr);
+    Sleep(500);
+    detachDeviceEventListener();
+    EXPECT_GT(windows.reads, 5);
+    EXPECT_LT(windows.reads, 60) << "an unplugged device burns a core";
 }
 
 } // namespace

@@ -122,6 +122,15 @@ STAND_IN(BOOL, CloseHandle, (HANDLE handle)) {
     return real(handle);
 }
 
+STAND_IN(BOOL, ReadFile, (HANDLE handle, LPVOID buffer, DWORD size, LPDWORD count, LPOVERLAPPED overlapped)) {
+    static const auto real = original<decltype(&ReadFile)>("ReadFile");
+    if (openPipes.count(handle) == 0)
+        return real(handle, buffer, size, count, overlapped);
+    ++s().reads;
+    return s().readFails ? failWith(ERROR_DEVICE_NOT_CONNECTED)
+                         : real(handle, buffer, size, count, overlapped);
+}
+
 STAND_IN(BOOL, CancelIo, (HANDLE handle)) {
     static const auto real = original<decltype(&CancelIo)>("CancelIo");
     ++s().cancels;

@@ -21,6 +21,7 @@ struct HidStandIns {
 
     // The device.
     bool openFails = false;
+    bool readFails = false;
     bool attributesFail = false;
     bool preparsedFails = false;
     bool capabilitiesFail = false;
@@ -35,6 +36,7 @@ struct HidStandIns {
     int preparsedOutstanding = 0; // got and not freed
     int listsOutstanding = 0;     // made and not destroyed
     int filesOutstanding = 0;     // opened pipes not closed
+    int reads = 0;
     int cancels = 0;
     std::function<bool()> onCancel; // true: the cancelling has no effect
 

@@ -145,14 +145,22 @@ static void copyIn(ULONG code, const void *buffer, ULONG length) {
 /* Least length of the request's input or output. */
 static ULONG requiredLength(ULONG code) {
     switch (code) {
-    case VHID_IOCTL_INPUT: return sizeof(struct VhidInput);
-    case VHID_IOCTL_NEXT_EVENT: return sizeof(struct VhidEvent);
-    case VHID_IOCTL_FAIL: return sizeof(struct VhidFailure);
-    case VHID_IOCTL_HOLD_WRITES: return sizeof(ULONG);
-    case VHID_IOCTL_SET_DESCRIPTOR: return 1;
-    case VHID_IOCTL_SET_FEATURE: return sizeof(struct VhidFeature);
-    case VHID_IOCTL_COUNTERS: return sizeof(struct VhidCounters);
-    default: return 0;
+    case VHID_IOCTL_INPUT:
+        return sizeof(struct VhidInput);
+    case VHID_IOCTL_NEXT_EVENT:
+        return sizeof(struct VhidEvent);
+    case VHID_IOCTL_FAIL:
+        return sizeof(struct VhidFailure);
+    case VHID_IOCTL_HOLD_WRITES:
+        return sizeof(ULONG);
+    case VHID_IOCTL_SET_DESCRIPTOR:
+        return 1;
+    case VHID_IOCTL_SET_FEATURE:
+        return sizeof(struct VhidFeature);
+    case VHID_IOCTL_COUNTERS:
+        return sizeof(struct VhidCounters);
+    default:
+        return 0;
     }
 }
 

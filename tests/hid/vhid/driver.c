@@ -1,5 +1,5 @@
-/* vhid.sys: a HID minidriver for Wine whose devices are controlled by a test program (see vhid.h). Devices are
- * root-enumerated; vendor and product ID come from the device's ID. */
+/* vhid.sys: a HID minidriver for Wine whose devices are controlled by a test program (see vhid.h). Devices
+ * are root-enumerated; vendor and product ID come from the device's ID. */
 #include "driver.h"
 
 struct Driver driver;
@@ -52,8 +52,8 @@ NTSTATUS NTAPI DriverEntry(PDRIVER_OBJECT object, PUNICODE_STRING registryPath) 
     if ((status = HidRegisterMinidriver(&registration)))
         return status;
 
-    /* The class driver has taken the dispatch table over; step in front of it for the control device, for held
-     * writes and for what Wine's class driver does not offer. */
+    /* The class driver has taken the dispatch table over; step in front of it for the control device, for
+     * held writes and for what Wine's class driver does not offer. */
     for (i = 0; i < sizeof hooked; ++i) {
         driver.classDispatch[hooked[i]] = object->MajorFunction[hooked[i]];
         object->MajorFunction[hooked[i]] = hook;

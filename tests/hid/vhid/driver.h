@@ -1,5 +1,5 @@
-/* What the three files of the virtual HID driver share. One spin lock guards everything; no request is completed
- * and no other driver is called while it is held. */
+/* What the three files of the virtual HID driver share. One spin lock guards everything; no request is
+ * completed and no other driver is called while it is held. */
 #pragma once
 
 #include "hidport.h"
@@ -35,7 +35,10 @@ struct Driver {
     USHORT nextDescriptorLength;
     UCHAR nextDescriptor[VHID_LARGEST_DESCRIPTOR];
     struct Report feature;
-    struct { NTSTATUS status; ULONG count; } failures[VHID_KINDS];
+    struct {
+        NTSTATUS status;
+        ULONG count;
+    } failures[VHID_KINDS];
 
     BOOLEAN holdWrites;
     LIST_ENTRY heldWrites; /* IRPs by Tail.Overlay.ListEntry */

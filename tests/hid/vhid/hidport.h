@@ -1,5 +1,5 @@
-/* The HID class driver's interface for minidrivers, which mingw-w64's DDK headers leave out or spoil. Names and
- * values as in Microsoft's documentation of hidport.h and hidclass.h. */
+/* The HID class driver's interface for minidrivers, which mingw-w64's DDK headers leave out or spoil. Names
+ * and values as in Microsoft's documentation of hidport.h and hidclass.h. */
 #pragma once
 
 #include <wdm.h>

@@ -1,5 +1,5 @@
-/* Requests between the virtual HID driver (vhid.sys) and its controlling program, sent by DeviceIoControl to the
- * device \\.\VHidCtl. All requests return at once. */
+/* Requests between the virtual HID driver (vhid.sys) and its controlling program, sent by DeviceIoControl to
+ * the device \\.\VHidCtl. All requests return at once. */
 #pragma once
 
 #define VHID_LARGEST_REPORT 256
@@ -46,7 +46,7 @@ struct VhidFeature {
 };
 
 struct VhidCounters {
-    ULONG opens;      /* of all virtual devices, by any process */
+    ULONG opens; /* of all virtual devices, by any process */
     ULONG closes;
     ULONG heldWrites; /* now */
 };
