@@ -1,38 +1,18 @@
-// What a language change does to the window: files good and bad, calls, levels written back. The translation files
-// are copies beside this test program, which it changes as it likes.
+// What a language change does to the window: files good and bad, calls, levels written back. The translation
+// files are copies beside this test program, which it changes as it likes.
 #include "ui/Translation.h"
 
 #include "ui/pages/PageTest.h"
+#include "ui/QmFiles.h"
 
-#include <cstring>
-#include <QCoreApplication>
-#include <QDir>
-#include <QFile>
+#include <QTranslator>
 #include <random>
 
 namespace {
 
 class TranslationTest : public PageTest {
 protected:
-    TranslationTest() : translation(window, context()) {
-        QDir().mkpath(folder());
-        for (const char *name : {"ts_zh.qm", "ts_en.qm"})
-            write(name, builtFile(name));
-    }
-
-    static QString folder() { return QCoreApplication::applicationDirPath() + QStringLiteral("/translations/"); }
-
-    static QByteArray builtFile(const char *name) {
-        QFile file(QStringLiteral("Z:" QOR_QM_DIR "/") + QString::fromLatin1(name));
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name;
-        return file.readAll();
-    }
-
-    static void write(const char *name, const QByteArray &bytes) {
-        QFile file(folder() + QString::fromLatin1(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-    }
+    TranslationTest() : translation(window, context()) { QmFiles::restore(); }
 
     QString textIn(int8_t code) {
         language.code = code;
@@ -76,34 +56,35 @@ TEST_F(TranslationTest, PollsTheVolumeThenRefillsInOrderWithoutWriting) {
 
 TEST_F(TranslationTest, MissingOrBrokenFilesGiveTheSourceTexts) {
     EXPECT_EQ(textIn(1), english);
-    QFile::remove(folder() + QStringLiteral("ts_zh.qm"));
+    QFile::remove(QmFiles::folder() + QStringLiteral("ts_zh.qm"));
     EXPECT_EQ(textIn(0), chinese);
-    QFile::remove(folder() + QStringLiteral("ts_en.qm"));
+    QFile::remove(QmFiles::folder() + QStringLiteral("ts_en.qm"));
     EXPECT_EQ(textIn(1), chinese);
 
-    const QByteArray whole = builtFile("ts_en.qm");
+    const QByteArray whole = QmFiles::built("ts_en.qm");
     for (const int size : {0, 1, 15, 16, 20, 21, 200, whole.size() / 2, whole.size() - 1}) {
-        write("ts_en.qm", whole.left(size));
+        QmFiles::write("ts_en.qm", whole.left(size));
         EXPECT_EQ(textIn(1), chinese) << size;
     }
-    write("ts_en.qm", QByteArray(5000, 'q'));
+    QmFiles::write("ts_en.qm", QByteArray(5000, 'q'));
     EXPECT_EQ(textIn(1), chinese);
-    write("ts_en.qm", whole);
+    QmFiles::write("ts_en.qm", whole);
     EXPECT_EQ(textIn(1), english);
 }
 
 // Any damage may cost texts, never the program.
 TEST_F(TranslationTest, DamagedFilesAreSurvived) {
-    const QByteArray whole = builtFile("ts_en.qm");
+    const QByteArray whole = QmFiles::built("ts_en.qm");
     std::mt19937 random(4711);
     for (int round = 0; round < 60; ++round) {
         QByteArray damaged = whole;
         for (int i = 0; i < 1 + round; ++i)
-            damaged[static_cast<int>(random() % static_cast<unsigned>(damaged.size()))] = static_cast<char>(random());
-        write("ts_en.qm", damaged);
+            damaged[static_cast<int>(random() % static_cast<unsigned>(damaged.size()))] =
+                static_cast<char>(random());
+        QmFiles::write("ts_en.qm", damaged);
         textIn(1);
     }
-    write("ts_en.qm", whole);
+    QmFiles::write("ts_en.qm", whole);
     EXPECT_EQ(textIn(1), english);
 }
 

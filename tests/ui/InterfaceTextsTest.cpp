@@ -1,0 +1,175 @@
+// The whole main window with all its pages and dialogs, in both languages.
+#include "ui/demo.h"
+
+#include "helpers/ProductSettings.h"
+#include "helpers/Registry.h"
+#include "support/DeviceRecorder.h"
+#include "ui/QmFiles.h"
+#include "ui/ShownTexts.h"
+#include "ui/StartTip.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDialog>
+#include <QLabel>
+#include <QPushButton>
+#include <QSlider>
+#include <QStackedWidget>
+#include <QTest>
+#include <QTimer>
+
+namespace {
+
+class InterfaceTexts : public testing::Test {
+protected:
+    InterfaceTexts() {
+        DeviceRecorder::instance().reset();
+        fillDevice(DeviceRecorder::instance().info);
+        QApplication::setFont(QFont(QStringLiteral("Microsoft YaHei")));
+        qApp->setStyleSheet(QStringLiteral("QPushButton:focus { outline: none; }"));
+        QmFiles::restore();
+        Registry::CreateKey(ProductSettings::kProductKey);
+    }
+
+    // Levels that no form text happens to show.
+    static void fillDevice(DeviceInfo &info) {
+        info.sound.masterVolume = 63;
+        info.sound.leftVolume = 41;
+        info.sound.rightVolume = 63;
+        info.system.micLevel = 77;
+        info.system.monitorLevel = 22;
+        info.sound.equalizerOn = 1;
+        for (int i = 0; i < 10; ++i)
+            info.extension.gain[i] = static_cast<int8_t>(2 * i - 9);
+    }
+
+    static std::unique_ptr<demo> start(uint32_t language) {
+        ProductSettings::writeDword(L"language", language);
+        auto window = std::make_unique<demo>();
+        window->move(180, 60);
+        window->show();
+        QTest::qWait(150); // the re-layout after construction
+        return window;
+    }
+
+    static void whileDialogRuns(demo &window, const std::function<void()> &open,
+                                const std::function<void(QDialog &)> &act) {
+        QTimer::singleShot(0, &window, [&] {
+            QTest::qWait(20);
+            QDialog *dialog = window.findChild<QDialog *>();
+            ASSERT_NE(dialog, nullptr);
+            act(*dialog);
+            dialog->close();
+        });
+        open();
+    }
+
+    // As a user does it.
+    static void switchTo(demo &window, int language) {
+        whileDialogRuns(
+            window, [&] { window.OpenSettingsDialog(); },
+            [&](QDialog &dialog) {
+                dialog.findChild<QComboBox *>(QStringLiteral("comboBox"))->setCurrentIndex(language);
+                dialog.findChild<QPushButton *>(QStringLiteral("pushButton_2"))->click();
+            });
+    }
+
+    static void forEachDialog(demo &window, const std::function<void(QDialog &)> &act) {
+        whileDialogRuns(
+            window, [&] { window.OpenSettingsDialog(); }, act);
+        whileDialogRuns(
+            window, [&] { window.ShowVersionDialog(); }, act);
+        whileDialogRuns(
+            window, [&] { ShowStartTip(&window); }, act);
+    }
+
+    static std::string joined(const QStringList &lines) {
+        return lines.join(QLatin1Char('\n')).toStdString();
+    }
+
+    static QStringList chineseOnes(const QStringList &lines) {
+        QStringList found;
+        for (const QString &line : lines) {
+            if (ShownTexts::hasChinese(line))
+                found += line;
+        }
+        return found;
+    }
+};
+
+TEST_F(InterfaceTexts, EnglishLeavesNoChinese) {
+    const std::unique_ptr<demo> window = start(1);
+    const QStringList texts = ShownTexts::all(*window);
+    EXPECT_GT(texts.size(), 150);
+    EXPECT_EQ(joined(chineseOnes(texts)), "");
+    forEachDialog(*window,
+                  [](QDialog &dialog) { EXPECT_EQ(joined(chineseOnes(ShownTexts::all(dialog))), ""); });
+}
+
+// After a switch every text is what a start in that language shows; the levels are live values in both.
+TEST_F(InterfaceTexts, SwitchingEqualsStartingInTheLanguage) {
+    const QStringList chinese = ShownTexts::all(*start(0));
+    const std::unique_ptr<demo> window = start(1);
+    const QStringList english = ShownTexts::all(*window);
+    EXPECT_NE(chinese, english);
+    for (const int language : {0, 1, 0}) {
+        switchTo(*window, language);
+        QTest::qWait(20);
+        const QStringList now = ShownTexts::all(*window);
+        const QStringList &wanted = language == 0 ? chinese : english;
+        ASSERT_EQ(now.size(), wanted.size());
+        for (int i = 0; i < now.size(); ++i)
+            EXPECT_EQ(now.at(i).toStdString(), wanted.at(i).toStdString());
+    }
+}
+
+TEST_F(InterfaceTexts, SwitchingWritesTheLiveLevelsBackAndNothingToTheDevice) {
+    const std::unique_ptr<demo> window = start(0);
+    struct Level {
+        const char *label;
+        std::vector<const char *> sliders;
+        int value;
+    };
+    const Level levels[] = {
+        {"label_56", {"verticalSlider_4", "horizontalSlider_16"}, 63},
+        {"label_57", {"verticalSlider_5"}, 41},
+        {"label_59", {"verticalSlider_7"}, 63},
+        {"label_15", {"verticalSlider"}, 77},
+        {"label_16", {"verticalSlider_2"}, 22},
+        {"jhq_lab_10", {}, -9},
+        {"jhq_lab_19", {}, 9},
+    };
+    DeviceRecorder::instance().calls.clear();
+    for (const int language : {1, 0}) {
+        switchTo(*window, language);
+        for (const Level &level : levels) {
+            const QString shown = window->findChild<QLabel *>(QString::fromLatin1(level.label))->text();
+            EXPECT_EQ(shown.toInt(), level.value) << level.label << " " << shown.toStdString();
+            for (const char *slider : level.sliders)
+                EXPECT_EQ(window->findChild<QSlider *>(QString::fromLatin1(slider))->value(), level.value)
+                    << slider;
+        }
+    }
+    for (const std::string &call : DeviceRecorder::instance().calls)
+        EXPECT_EQ(call.substr(0, 8), "_getVolu") << call;
+}
+
+TEST_F(InterfaceTexts, NothingIsClippedInEitherLanguage) {
+    for (const uint32_t language : {1u, 0u}) {
+        const std::unique_ptr<demo> window = start(language);
+        auto *pages = window->findChild<QStackedWidget *>(QStringLiteral("stackedWidget"));
+        QStringList clipped;
+        for (int page = 0; page < pages->count(); ++page) {
+            pages->setCurrentIndex(page);
+            QTest::qWait(10);
+            clipped += ShownTexts::clipped(*window);
+        }
+        forEachDialog(*window, [&](QDialog &dialog) { clipped += ShownTexts::clipped(dialog); });
+        clipped.removeDuplicates();
+        EXPECT_EQ(joined(clipped), "") << "language " << language;
+    }
+}
+
+} // namespace
