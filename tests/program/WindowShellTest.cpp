@@ -60,8 +60,8 @@ protected:
 TEST_F(WindowShellTest, OnlyALeftPressOnTheTopBarDrags) {
     const RECT before = frame();
     panel.drag({400, 30}, {450, 70});
-    EXPECT_EQ(before.left + 50, frame().left);
-    EXPECT_EQ(before.top + 40, frame().top);
+    EXPECT_TRUE(waitUntil([&] { return frame().left == before.left + 50 && frame().top == before.top + 40; }))
+        << frame().left - before.left << ", " << frame().top - before.top;
     panel.drag({400, 850}, {450, 800}); // below the top bar
     EXPECT_EQ(before.left + 50, frame().left);
     panel.rightClick({400, 30});
