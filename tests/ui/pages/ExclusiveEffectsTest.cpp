@@ -1,0 +1,127 @@
+// The four exclusive switches on the real form: every switch in all sixteen states of the group.
+#include "ui/pages/EqualizerPage.h"
+#include "ui/pages/PageTest.h"
+#include "ui/pages/RoomEffectsPage.h"
+#include "ui/pages/SoundFieldPage.h"
+
+#include <array>
+#include <cstring>
+#include <gmock/gmock.h>
+#include <memory>
+#include <thread>
+
+namespace {
+
+using testing::ElementsAre;
+
+constexpr std::array<size_t, 4> kBytes{1, 15, 33, 34}; // in the order of kAllEffects
+
+class ExclusiveEffectsTest : public PageTest {
+protected:
+    ExclusiveEffectsTest() { rotationTimer.setInterval(100); }
+
+    void start(unsigned state, uint8_t angleMode) {
+        for (size_t i = 0; i < kBytes.size(); ++i)
+            byte(kBytes[i]) = (state >> i) & 1;
+        device.sound.fieldAngleMode = angleMode;
+        soundField.reset();
+        rooms.reset();
+        equalizer.reset();
+        effects.reset();
+        rotationTimer.stop();
+        effects = std::make_unique<ExclusiveEffects>(context(), rotationTimer, nullptr);
+        equalizer = std::make_unique<EqualizerPage>(context(), *effects, L"", nullptr);
+        rooms = std::make_unique<RoomEffectsPage>(context(), *effects, nullptr);
+        soundField = std::make_unique<SoundFieldPage>(context(), *effects, rotationTimer, nullptr);
+    }
+
+    uint8_t &byte(size_t offset) { return reinterpret_cast<uint8_t *>(&device.sound)[offset]; }
+    unsigned state() {
+        unsigned bits = 0;
+        for (size_t i = 0; i < kBytes.size(); ++i)
+            bits |= static_cast<unsigned>(byte(kBytes[i])) << i;
+        return bits;
+    }
+
+    std::array<QPushButton *, 4> switches() const {
+        return {form.pushButton_32, form.pushButton_14, form.pushButton_33, form.pushButton_6};
+    }
+
+    // What the switches, captions and panels show, as bits; all three must agree where an effect has them.
+    unsigned shown() const {
+        const std::array<QLabel *, 4> captions{form.label_148, form.label_152, form.label_150, nullptr};
+        const std::array<QWidget *, 4> panels{nullptr, form.Page4_P, form.btn_room2, form.widget_24};
+        unsigned bits = 0;
+        for (size_t i = 0; i < 4; ++i) {
+            const QString style = switches()[i]->styleSheet();
+            const bool on = style.contains("btn_open.png");
+            EXPECT_NE(on, style.contains("btn_close.png"));
+            EXPECT_EQ(switches()[i]->isChecked(), on) << i;
+            if (captions[i]) {
+                EXPECT_EQ(captions[i]->styleSheet().contains("color: #FFFFFF;"), on) << i;
+                EXPECT_EQ(captions[i]->styleSheet().contains("color: #444645;"), !on) << i;
+            }
+            if (panels[i]) {
+                EXPECT_EQ(panels[i]->isEnabled(), on) << i;
+            }
+            bits |= static_cast<unsigned>(on) << i;
+        }
+        return bits;
+    }
+
+    QTimer rotationTimer;
+    std::unique_ptr<ExclusiveEffects> effects;
+    std::unique_ptr<EqualizerPage> equalizer;
+    std::unique_ptr<RoomEffectsPage> rooms;
+    std::unique_ptr<SoundFieldPage> soundField;
+};
+
+} // namespace
+
+TEST_F(ExclusiveEffectsTest, EverySwitchInEveryState) {
+    for (unsigned before = 0; before < 16; ++before) {
+        for (unsigned effect = 0; effect < 4; ++effect) {
+            SCOPED_TRACE(testing::Message() << "state " << before << ", switch " << effect);
+            start(before, 2);
+            recorder.reset();
+            EXPECT_EQ(shown(), before);
+            EXPECT_EQ(rotationTimer.isActive(), (before & 2) != 0);
+
+            switches()[effect]->click();
+
+            const unsigned own = 1U << effect;
+            const unsigned after = before & own ? before & ~own : own;
+            EXPECT_EQ(state(), after);
+            EXPECT_EQ(shown(), after);
+            EXPECT_EQ(rotationTimer.isActive(), (after & 2) != 0);
+            EXPECT_THAT(recorder.calls, ElementsAre("setDeviceProperty(2)"));
+            EXPECT_EQ(std::memcmp(&recorder.sound, &device.sound, sizeof device.sound), 0);
+            EXPECT_EQ(std::memcmp(&device.system.sound, &device.sound, sizeof device.sound), 0);
+        }
+    }
+}
+
+// Switching the sound field on starts the rotation by its angle mode only; switching it off stops it.
+TEST_F(ExclusiveEffectsTest, RotationFollowsTheAngleMode) {
+    for (const int mode : {0, 1, 2, 3, 4, 9, 255}) {
+        start(0, static_cast<uint8_t>(mode));
+        form.pushButton_14->click();
+        EXPECT_EQ(rotationTimer.isActive(), mode == 1 || mode == 2) << mode;
+        EXPECT_EQ(effects->rotation().isActive(), rotationTimer.isActive());
+        EXPECT_EQ(device.sound.fieldAngleMode, mode);
+        form.pushButton_14->click();
+        EXPECT_FALSE(rotationTimer.isActive());
+    }
+}
+
+// The device event listener presses the virtual 7.1 switch from its own thread.
+TEST_F(ExclusiveEffectsTest, ClickFromAnotherThreadArrivesOnThisOne) {
+    start(4, 0);
+    recorder.reset();
+    std::thread([this] { emit form.pushButton_32->clicked(); }).join();
+    EXPECT_TRUE(recorder.calls.empty());
+    settle();
+    EXPECT_EQ(state(), 1U);
+    EXPECT_EQ(shown(), 1U);
+    EXPECT_EQ(recorder.writes[2], 1);
+}
