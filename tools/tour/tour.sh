@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Starts the panel on a display in memory, clicks through all offered pages in both languages, and saves a picture of
-# each as build/tour/<language>-<page>.png. The panel starts with a new headset and leaves no trace but the pictures.
+# Starts the panel on a display in memory, clicks through all offered pages and the dialogs in both languages, and saves
+# a picture of each as build/tour/<language>-<page>.png. The panel starts with a new headset and leaves no trace but
+# the pictures.
 set -euo pipefail
 . "$(dirname "$0")/../run-common.sh"
 
@@ -85,21 +86,22 @@ click() {
         mousemove $((X + REST_X)) $((Y + REST_Y))
 }
 
-# walk LANGUAGE: a picture of every page; a click that changes nothing is a failure.
+# walk LANGUAGE: a picture of every page and dialog; a click that changes nothing is a failure.
 walk() {
-    local name x y file before=''
-    while read -r name x y; do
+    local name x y close_x close_y file before=''
+    while read -r name x y close_x close_y; do
         case $name in ''|'#'*) continue ;; esac
         file=$PICTURES/$1-$name.png
         click "$x" "$y"
         take "$file"
         [ "$CONTENT_SUM" != "$before" ] || die "the click on \"$name\" at $x,$y did not change the page, see $file"
         before=$CONTENT_SUM
+        [ -z "$close_x" ] || click "$close_x" "$close_y"
         printf '%s\n' "$file"
     done <"$ROOT/tools/tour/stops.txt"
 }
 
-say "no display: taking pictures of all pages in both languages (about half a minute)"
+say "no display: taking pictures of all pages and dialogs in both languages (about half a minute)"
 wine_environment
 copy_prefix "$WINEPREFIX"
 start_display
