@@ -49,8 +49,8 @@ release netcfg "$(realpath "$settings")" "$(realpath "$out")/qor_netcfg.fsc"
 # The uninstaller deletes what was installed and nothing else.
 {
     echo '!macro DeleteInstalledFiles'
-    (cd "$dist" && find . -type f -printf '%P\n') | sort | sed 's|/|\\|g; s|.*|    Delete "$INSTDIR\\&"|'
-    (cd "$dist" && find . -mindepth 1 -type d -printf '%P\n') | sort -r | sed 's|/|\\|g; s|.*|    RMDir "$INSTDIR\\&"|'
+    (cd "$dist" && find . -path ./config -prune -o -type f -printf '%P\n') | sort | sed 's|/|\\|g; s|.*|    Delete "$INSTDIR\\&"|'
+    (cd "$dist" && find . -mindepth 1 -path ./config -prune -o -type d ! -name . -printf '%P\n') | sort -r | sed 's|/|\\|g; s|.*|    RMDir "$INSTDIR\\&"|'
     echo '!macroend'
 } >"$work/files.nsh"
 

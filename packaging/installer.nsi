@@ -77,7 +77,9 @@ Function ${prefix}EndRunningPanel
             Sleep 200
             IntOp $1 $1 + 1
         ${LoopUntil} $1 >= 50
-        WriteRegDWORD HKLM "${PRODUCT_KEY}" "exitCmd" 0
+        ${If} $1 > 0
+            WriteRegDWORD HKLM "${PRODUCT_KEY}" "exitCmd" 0
+        ${EndIf}
         ${If} $1 < 50
             ${ExitDo}
         ${EndIf}
@@ -123,7 +125,7 @@ Section "Program"
     Call EndRunningPanel
     SetOutPath "$INSTDIR"
     SetOverwrite on
-    File /r "${DIST}/*.*"
+    File /r /x config "${DIST}/*.*" ; without the curves of whoever tried the program out there
     File "/oname=qor_netcfg.fsc" "${NETCFG}"
     Call KeepPackage
     WriteUninstaller "$INSTDIR\uninst.exe"

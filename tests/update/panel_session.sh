@@ -1,0 +1,66 @@
+# shellcheck shell=bash
+# For the tests of installed programs: packages of the panel, a Wine prefix and a display that are gone afterwards.
+# Sourced after `set -euo pipefail` by scripts with the arguments DIST (the program as installed) and TOOL
+# (qor_release.exe).
+. "$(dirname "${BASH_SOURCE[0]}")/../../tools/setup/common.sh"
+
+dist=$(realpath "$1") tool=$(realpath "$2")
+mkdir -p "$CACHE/runs"
+work=$(mktemp -d "$CACHE/runs/XXXXXX")
+export WINEPREFIX=$work/prefix
+started=() # process ids
+finish() {
+    local code=$?
+    trap - EXIT
+    wineserver -k 2>/dev/null || true
+    timeout 10 wineserver -w 2>/dev/null || true
+    [ "${#started[@]}" = 0 ] || kill "${started[@]}" 2>/dev/null || true
+    rm -rf "$work" || true
+    exit "$code"
+}
+trap finish EXIT
+trap 'exit 130' INT TERM
+
+wine_environment
+copy_prefix "$WINEPREFIX"
+Xvfb -displayfd 5 -screen 0 1400x1000x24 5>"$work/display" >/dev/null 2>&1 &
+started+=($!)
+DRIVE_C=$WINEPREFIX/drive_c
+INSTALLED=$DRIVE_C/'Program Files/QorSoundKit'
+PRODUCT_KEY='HKLM\SOFTWARE\QorSoundKit'
+UNINSTALL_KEY='HKLM\SOFTWARE\Microsoft\Windows\CurrentVersion\Uninstall\QorSoundKit'
+
+wine_run() { timeout 100 "$WINE" "$@" </dev/null >>"$work/wine.log" 2>&1; }
+
+# wait_for SECONDS COMMAND...: until the command succeeds.
+wait_for() {
+    local deadline=$((SECONDS + $1))
+    shift
+    until "$@"; do
+        [ "$SECONDS" -lt "$deadline" ] || return 1
+        sleep 0.1
+    done
+}
+
+# value KEY NAME: the data of a value in the 64-bit view; nothing when it is missing.
+value() {
+    "$WINE" reg query "$1" /v "$2" /reg:64 2>/dev/null </dev/null | tr -d '\r' |
+        sed -n 's/^ *[^ ].*    REG_[A-Z]*    //p'
+}
+key_exists() { "$WINE" reg query "$1" /reg:64 >/dev/null 2>&1 </dev/null; }
+
+# expect WHAT ACTUAL WANTED
+expect() { [ "$2" = "$3" ] || die "$1 is \"$2\", expected \"$3\""; }
+
+# package NAME OPTIONS...: builds $work/NAME/setup.exe of $dist with $work/settings.txt.
+package() {
+    local name=$1
+    shift
+    mkdir -p "$work/$name"
+    "$ROOT/packaging/build.sh" --dist "$dist" --tool "$tool" --settings "$work/settings.txt" --out "$work/$name" \
+        "$@" >"$work/$name.log" 2>&1 || { cat "$work/$name.log" >&2; die "the package \"$name\" was not built"; }
+}
+
+wait_for 10 test -s "$work/display" || die "Xvfb did not start"
+DISPLAY=:$(cat "$work/display")
+export DISPLAY
