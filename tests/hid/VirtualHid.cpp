@@ -189,6 +189,22 @@ VhidCounters VirtualHid::counters() {
     return result;
 }
 
+ULONG VirtualHid::settledHandles() {
+    ULONG handles = 0;
+    for (int same = 0; same < 15; ++same) {
+        const VhidCounters now = counters();
+        if (now.opens - now.closes != handles)
+            same = 0;
+        handles = now.opens - now.closes;
+        Sleep(10);
+    }
+    return handles;
+}
+
+bool VirtualHid::waitForMoreHandles(ULONG than) {
+    return waitUntil(10000, [&] { return settledHandles() > than; });
+}
+
 // The control device answers every request at once, so that the overlapped handle is waited for here.
 void VirtualHid::send(DWORD request, const void *input, size_t length) {
     OVERLAPPED overlapped{};

@@ -55,6 +55,12 @@ public:
     void setFeature(const Report &data);
     VhidCounters counters();
 
+    // Open handles of virtual devices in all processes, once their number has been the same for 150 ms: a
+    // search opens and closes what it rejects, and the system closes late.
+    ULONG settledHandles();
+    // Until there are more than so many of them; false after ten seconds.
+    bool waitForMoreHandles(ULONG than);
+
 private:
     void startDriver();
     void reenumerate();
