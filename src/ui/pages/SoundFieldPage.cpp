@@ -57,6 +57,7 @@ SoundFieldPage::SoundFieldPage(PageContext context, ExclusiveEffects &effects, Q
     : QObject(parent), context_(context), effects_(effects) {
     const Ui::demoClass &form = context_.form;
     view_ = new SoundFieldView(drawnSpeakers(), form.round);
+    form.round->setStyleSheet(QStringLiteral("background: none;")); // the drawing brings its own disc
     findSpeakers();
     findFieldButtons();
     effects_.attach(Effect::SoundField, *form.pushButton_14, form.label_152, {form.Page4_P, form.frame_2});

@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr int kSpeakerSize = 40;   // edge of a speaker's picture
-constexpr double kLabelOffset = 5; // from a speaker's place to the left end of its label's base line
+constexpr int kSpeakerSize = 40;    // edge of a speaker's picture
+constexpr double kLabelOffset = 12; // from a speaker's place to the sides of its upright label
 constexpr int kLabelPixels = 11;
 
 QPixmap load(const QString &path) {
@@ -82,12 +82,13 @@ void SoundFieldView::paintEvent(QPaintEvent *) {
 
 void SoundFieldView::drawSpeaker(QPainter &painter, const Speaker &speaker) {
     const float degrees = angle_ + speaker.baseAngle;
-    const SoundField::PointF offset = SoundField::onCircle(degrees, SoundField::kSpeakerRadius);
-    const QPointF place(offset.x, offset.y);
+    const SoundField::PointF point = SoundField::onCircle(degrees, SoundField::kSpeakerRadius);
+    const QPointF place(point.x, point.y);
     painter.save();
     painter.translate(place);
     painter.rotate(-static_cast<double>(degrees)); // the painter turns clockwise
     painter.drawPixmap(topLeftCentred(speaker_), speaker_);
     painter.restore();
-    painter.drawText(place + QPointF(-kLabelOffset, kLabelOffset), speaker.label);
+    const QPointF offset(kLabelOffset, kLabelOffset);
+    painter.drawText(QRectF(place - offset, place + offset), Qt::AlignCenter, speaker.label);
 }
