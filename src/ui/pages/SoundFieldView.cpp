@@ -3,6 +3,7 @@
 #include "helpers/MessageBoxes.h"
 #include "ui/pages/SoundFieldGeometry.h"
 
+#include <QFile>
 #include <QPainter>
 
 namespace {
@@ -11,20 +12,35 @@ constexpr int kSpeakerSize = 40;    // edge of a speaker's picture
 constexpr double kLabelOffset = 12; // from a speaker's place to the sides of its upright label
 constexpr int kLabelPixels = 11;
 
-QPixmap load(const QString &path) {
-    QPixmap picture(path);
-    if (picture.isNull())
-        ShowMessage(QStringLiteral("picture NULL"), nullptr, MB_OK);
-    return picture;
+QString discPath() {
+    return QStringLiteral(":/page4/png/圆.png");
 }
 
-QPixmap scaled(const QPixmap &picture, int edge, qreal ratio) {
+QString speakerPath() {
+    return QStringLiteral(":/page4/png/D__0.png");
+}
+
+void reportMissing(const QString &path) {
+    if (QPixmap(path).isNull())
+        ShowMessage(QStringLiteral("picture NULL"), nullptr, MB_OK);
+}
+
+// Of the picture and its rendering at twice the size, the one that need not be enlarged.
+QPixmap sharpPicture(const QString &path, qreal ratio) {
+    QString doublePath = path;
+    doublePath.replace(QLatin1String(".png"), QLatin1String("@2x.png"));
+    return QPixmap(ratio > 1 && QFile::exists(doublePath) ? doublePath : path);
+}
+
+QPixmap scaledPicture(const QString &path, int edge, qreal ratio) {
+    QPixmap picture = sharpPicture(path, ratio);
     if (picture.isNull())
         return {};
     const int pixels = qRound(edge * ratio);
-    QPixmap result = picture.scaled(pixels, pixels, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    result.setDevicePixelRatio(ratio);
-    return result;
+    if (picture.size() != QSize(pixels, pixels))
+        picture = picture.scaled(pixels, pixels, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    picture.setDevicePixelRatio(ratio);
+    return picture;
 }
 
 QPointF topLeftCentred(const QPixmap &picture) {
@@ -41,9 +57,9 @@ QFont labelFont() {
 } // namespace
 
 SoundFieldView::SoundFieldView(Speakers speakers, QWidget *parent)
-    : QWidget(parent), speakers_(std::move(speakers)),
-      discPicture_(load(QStringLiteral(":/page4/png/圆.png"))),
-      speakerPicture_(load(QStringLiteral(":/page4/png/D__0.png"))) {
+    : QWidget(parent), speakers_(std::move(speakers)) {
+    reportMissing(discPath());
+    reportMissing(speakerPath());
     setObjectName(QStringLiteral("soundFieldView"));
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setFont(labelFont());
@@ -58,13 +74,13 @@ void SoundFieldView::setAngle(float degrees) {
     update();
 }
 
-// Scaling smoothly is dear, turning is not: it is done once per size and screen.
+// Loading and scaling are dear, turning is not: they are done once per size and screen.
 void SoundFieldView::scalePictures() {
     const qreal ratio = devicePixelRatioF();
     if (ratio == scaledFor_ && size() == scaledSize_)
         return;
-    disc_ = scaled(discPicture_, qMin(width(), height()), ratio);
-    speaker_ = scaled(speakerPicture_, kSpeakerSize, ratio);
+    disc_ = scaledPicture(discPath(), qMin(width(), height()), ratio);
+    speaker_ = scaledPicture(speakerPath(), kSpeakerSize, ratio);
     scaledFor_ = ratio;
     scaledSize_ = size();
 }

@@ -32,8 +32,6 @@ private:
 
     Speakers speakers_;
     float angle_ = 0;
-    QPixmap discPicture_;
-    QPixmap speakerPicture_;
     QPixmap disc_; // scaled for scaledFor_ and scaledSize_
     QPixmap speaker_;
     qreal scaledFor_ = 0; // device pixels per pixel
