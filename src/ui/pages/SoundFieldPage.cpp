@@ -6,8 +6,6 @@
 #include "ui/pages/SoundFieldView.h"
 #include "ui_demoClass.h"
 
-#include <QtMath>
-
 namespace {
 
 // The eight speakers in the order of their bytes in the block.
