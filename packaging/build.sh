@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
 # Makes the Windows installer of a built tree, and the update information that lists it.
 #
-# build.sh [--settings FILE] [--version X.Y.Z] [--dist DIR] [--tool FILE] [--out DIR] [--always-silent]
+# build.sh [--settings FILE] [--version X.Y.Z] [--dist DIR] [--tool FILE] [--out DIR] [--quick] [--always-silent]
 #   --settings  plain settings of the update server (default: server.example.txt beside this script)
 #   --version   version shown by Windows (default: the project's)
 #   --dist      the program as installed (default: build/windows/dist)
 #   --tool      qor_release.exe (default: build/windows/tools/release/qor_release.exe)
 #   --out       where to put setup.exe, qor_netcfg.fsc and qor_updateinfo.dat (default: build/installer)
+#   --quick          compresses fast instead of well, for tests
 #   --always-silent  an installer that shows nothing even without /S, for tests
 set -euo pipefail
 . "$(dirname "$0")/../tools/setup/common.sh"
@@ -25,8 +26,9 @@ while [ $# -gt 0 ]; do
     --dist) dist=$2; shift ;;
     --tool) tool=$2; shift ;;
     --out) out=$2; shift ;;
+    --quick) options+=(-DQUICK) ;;
     --always-silent) options+=(-DALWAYS_SILENT) ;;
-    --help | -h) sed -n '2,11s/^# \{0,1\}//p' "$0"; exit 0 ;;
+    --help | -h) sed -n '2,12s/^# \{0,1\}//p' "$0"; exit 0 ;;
     *) die "unknown option $1; --help says more" ;;
     esac
     shift

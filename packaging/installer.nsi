@@ -5,6 +5,7 @@
 ;   FILELIST  include file with the macro DeleteInstalledFiles
 ;   OUTPUT    the installer to write
 ;   ICON      (optional) icon of installer and uninstaller
+;   QUICK    (optional) compresses fast instead of well
 ;   ALWAYS_SILENT (optional) asks and shows nothing, as with /S
 ;
 ; The product is 64-bit, and so is the installer itself.
@@ -12,7 +13,11 @@ Target amd64-unicode
 !pragma warning disable 9000 ; the update server knows the installer as setup.exe
 Unicode true
 ManifestDPIAware true
-SetCompressor /SOLID lzma
+!ifdef QUICK
+    SetCompressor zlib
+!else
+    SetCompressor /SOLID lzma
+!endif
 RequestExecutionLevel admin
 
 !include MUI2.nsh

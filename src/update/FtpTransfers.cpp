@@ -8,6 +8,7 @@
 namespace {
 
 constexpr size_t kChunkSize = 65536;
+constexpr int kSystemBufferSize = 4 << 20;
 
 // Asks for a passive data connection, sends the command that uses it, and connects. 1 or the failed step.
 int32_t openPassive(FtpSession &session, const std::string &command, const FtpProgress &progress,
@@ -32,6 +33,7 @@ int32_t openPassive(FtpSession &session, const std::string &command, const FtpPr
         progress.report(FtpDataFailed, -1);
         return FtpDataNotConnected;
     }
+    setReceiveBuffer(data.get(), kSystemBufferSize);
     return FtpDone;
 }
 

@@ -58,7 +58,7 @@ package() {
     shift
     mkdir -p "$work/$name"
     "$ROOT/packaging/build.sh" --dist "$dist" --tool "$tool" --settings "$work/settings.txt" --out "$work/$name" \
-        "$@" >"$work/$name.log" 2>&1 || { cat "$work/$name.log" >&2; die "the package \"$name\" was not built"; }
+        --quick "$@" >"$work/$name.log" 2>&1 || { cat "$work/$name.log" >&2; die "the package \"$name\" was not built"; }
 }
 
 wait_for 10 test -s "$work/display" || die "Xvfb did not start"

@@ -4,7 +4,7 @@
 set -euo pipefail
 . "$(dirname "$0")/panel_session.sh"
 
-CHECK_X=700 CHECK_Y=490 # the check button of the upgrade page, from the window's corner
+CHECK_X=809 CHECK_Y=480 # the check button of the upgrade page, from the window's corner
 
 /usr/bin/python3 "$(dirname "$0")/ftp_server.py" "$work" "$work/port" &
 started+=($!)
