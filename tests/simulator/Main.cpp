@@ -1,5 +1,4 @@
-// Without arguments: the tests. With "--claim NAME": a second process that asks whether NAME is taken and
-// ends with the answer as its exit code.
+// Without arguments: the tests. With an option of ProcessTest.h: the second process of a test.
 #include "simulator/ProcessTest.h"
 #include "simulator/SimulatorLibrary.h"
 
@@ -10,6 +9,8 @@ int main(int argc, char **argv) {
     wchar_t **arguments = CommandLineToArgvW(GetCommandLineW(), &count);
     if (arguments && count == 3 && std::wstring(arguments[1]) == kClaimOption)
         return SimulatorLibrary().isAlreadyRun(arguments[2]);
+    if (arguments && count == 3 && std::wstring(arguments[1]) == kStopOption)
+        return SimulatorLibrary().killTask(arguments[2]) + kStillRunning;
     LocalFree(arguments);
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();

@@ -28,8 +28,9 @@ protected:
     SimulatorLibrary library_;
 };
 
-DWORD claimInAnotherProcess(const std::wstring &name) {
-    std::wstring commandLine = L"\"" + ownPath() + L"\" " + kClaimOption + L" " + name;
+// Exit code of the test program, or a copy of it, as a second process.
+DWORD runSecondProcess(const std::wstring &program, const wchar_t *option, const std::wstring &argument) {
+    std::wstring commandLine = L"\"" + program + L"\" " + option + L" " + argument;
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION created{};
@@ -41,6 +42,10 @@ DWORD claimInAnotherProcess(const std::wstring &name) {
     if (WaitForSingleObject(process.get(), 20000) == WAIT_OBJECT_0)
         GetExitCodeProcess(process.get(), &exitCode);
     return exitCode;
+}
+
+DWORD claimInAnotherProcess(const std::wstring &name) {
+    return runSecondProcess(ownPath(), kClaimOption, name);
 }
 
 TEST_F(ProcessTest, HelperIsStartedFoundAndStopped) {
@@ -83,9 +88,12 @@ TEST_F(ProcessTest, BadTasksAreRefused) {
 }
 
 TEST_F(ProcessTest, NeverEndsTheCaller) {
-    const std::wstring own = std::filesystem::path(ownPath()).filename();
-    EXPECT_EQ(library_.isTaskRunning(own.c_str()), 1);
-    EXPECT_EQ(library_.killTask(own.c_str()), 0);
+    const auto own = std::filesystem::path(ownPath());
+    EXPECT_EQ(library_.isTaskRunning(own.filename().c_str()), 1);
+    std::filesystem::copy_file(own, folder_ + L"\\self.exe");
+    std::filesystem::copy_file(own.parent_path() / L"qor_ecd_api.dll", folder_ + L"\\qor_ecd_api.dll");
+    EXPECT_EQ(runSecondProcess(folder_ + L"\\self.exe", kStopOption, L"self.exe"),
+              static_cast<DWORD>(kStillRunning));
 }
 
 TEST_F(ProcessTest, InstanceNameIsHeldUntilTheProcessEnds) {
