@@ -23,5 +23,9 @@ if [ ! -e "$tree/build.ninja" ] || [ "$(cached CMAKE_HOME_DIRECTORY)" != "$ROOT"
 fi
 
 [ -e "$tree/dist/QorSoundKit.exe" ] || say "building the panel (some 3 minutes on two cores)"
-cmake --build "$tree" --target dist -- --quiet >"$log" 2>&1 ||
-    { tail -n 30 "$log" >&2; die "building failed; the log is $log"; }
+if [ -t 1 ]; then # one line of progress that overwrites itself
+    NINJA_STATUS='-- building %p ' cmake --build "$tree" --target dist || die "building failed"
+else
+    cmake --build "$tree" --target dist -- --quiet >"$log" 2>&1 ||
+        { tail -n 30 "$log" >&2; die "building failed; the log is $log"; }
+fi
