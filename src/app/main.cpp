@@ -1,6 +1,6 @@
 #include "app/StartUp.h"
-#include "ui/StartTip.h"
 #include "ui/demo.h"
+#include "ui/StartTip.h"
 
 #include "helpers/ProductSettings.h"
 
@@ -41,6 +41,7 @@ int main(int argc, char *argv[]) {
         return *ending;
 
     qputenv("QT_ENABLE_HIGHDPI_SCALING", "1");
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps); // pictures exist at @2x
     QApplication application(argc, argv);
     return runPanel(application);
 }

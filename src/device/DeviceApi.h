@@ -1,5 +1,5 @@
-// Thin wrapper over the device-control library: adds the access key and gives the entry points typed arguments.
-// Called from the GUI thread only; the library need not be thread-safe.
+// Thin wrapper over the device-control library: adds the access key and gives the entry points typed
+// arguments. Called from the GUI thread only; the library need not be thread-safe.
 #pragma once
 
 #include "device/PropertyBlocks.h"
@@ -35,8 +35,8 @@ void startTask(const wchar_t *fileName, const wchar_t *parameters, ShowCommand s
 void killTask(const wchar_t *fileName);
 bool isTaskRunning(const wchar_t *fileName);
 
-void pollVolume();                                     // _getVolum(0, 0); the result is not used
-void setVolume(int32_t volume, Endpoint endpoint);     // percent; passed on as it is, even when out of 0..100
+void pollVolume();                                 // _getVolum(0, 0); the result is not used
+void setVolume(int32_t volume, Endpoint endpoint); // percent; passed on as it is, even when out of 0..100
 void setMasterMute(bool muted);
 
 bool anotherInstanceRuns(const wchar_t *mutexName);

@@ -29,7 +29,7 @@ std::wstring absolutePath(const std::wstring &path) {
 }
 
 // Level is a signed field of a block. Negative values are passed on as they are.
-template <typename Level>
+template<typename Level>
 Level applyVolume(Level level, DeviceApi::Endpoint endpoint) {
     if (level >= kFullScale) {
         DeviceApi::setVolume(kFullScale - 1, endpoint);

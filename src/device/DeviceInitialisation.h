@@ -7,14 +7,15 @@
 
 namespace DeviceInitialisation {
 
-// "config.txt" in the folder that the registry names, else in the current folder; absolute. Never opened here.
+// "config.txt" in the folder that the registry names, else in the current folder; absolute. Never opened
+// here.
 std::wstring configFilePath();
 
 // Creates the per-user key when it does not exist. A failure is logged.
 void ensureUserKey();
 
-// Calls the library's init and getDeviceInfo and fills all blocks and the EQ curve store from curveFilePath. On a
-// failure shows its message box and returns false: the process is then to be ended with exit code 0.
+// Calls the library's init and getDeviceInfo and fills all blocks and the EQ curve store from curveFilePath.
+// On a failure shows its message box and returns false: the process is then to be ended with exit code 0.
 bool readDevice(DeviceState &device, const std::wstring &curveFilePath);
 
 // Sends the stored speaker and microphone volumes to Windows. Full scale goes by way of 99 and, after half a

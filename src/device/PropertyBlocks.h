@@ -10,17 +10,17 @@
 // Head of the system settings: bytes 0..31 of DeviceInfo and of SystemBlock.
 struct SystemHead {
     uint8_t reserved0[8];
-    int32_t micLevel;          // 8:  microphone input level, 0..100
-    int32_t monitorLevel;      // 12: microphone monitoring level, 0..100
-    int32_t noiseLevel;        // 16: noise-reduction level, 0..100, reset value 50
-    uint8_t voiceEffectOn;     // 20: 0/1
-    uint8_t voiceEffect;       // 21: 1..4
-    uint8_t echoOn;            // 22: 0/1
-    uint8_t noiseReductionOn;  // 23: 0/1
-    uint8_t micMuted;          // 24: 0/1
-    uint8_t micPageSwitch;     // 25: 0/1
-    uint8_t effectLevel;       // 26: 0..100
-    uint8_t monitoringOn;      // 27: 0/1, while set "normal.exe" runs
+    int32_t micLevel;         // 8:  microphone input level, 0..100
+    int32_t monitorLevel;     // 12: microphone monitoring level, 0..100
+    int32_t noiseLevel;       // 16: noise-reduction level, 0..100, reset value 50
+    uint8_t voiceEffectOn;    // 20: 0/1
+    uint8_t voiceEffect;      // 21: 1..4
+    uint8_t echoOn;           // 22: 0/1
+    uint8_t noiseReductionOn; // 23: 0/1
+    uint8_t micMuted;         // 24: 0/1
+    uint8_t micPageSwitch;    // 25: 0/1
+    uint8_t effectLevel;      // 26: 0..100
+    uint8_t monitoringOn;     // 27: 0/1, while set "normal.exe" runs
     uint8_t reserved28[4];
 };
 
@@ -29,19 +29,19 @@ struct SoundBlock {
     uint8_t pageSwitch;        // 0:  switch of the volume page, 0/1
     uint8_t virtualSurroundOn; // 1:  exclusive group, 0/1
     uint8_t reserved2[6];
-    int8_t masterVolume;       // 8:  0..100
-    int8_t leftVolume;         // 9:  0..100
-    int8_t rightVolume;        // 10: 0..100
-    uint8_t muted;             // 11: 0/1
-    uint8_t hiddenSwitch;      // 12: shown on a hidden button
-    uint8_t position;          // 13: 1..4
-    uint8_t room;              // 14: 1..3
-    uint8_t soundFieldOn;      // 15: exclusive group, 0/1
-    uint8_t fieldAngleMode;    // 16: 1 rotate -1, 2 rotate +1, 3 held, 4 centred
-    int8_t speakerLevel[8];    // 17..24: -13..4
+    int8_t masterVolume;    // 8:  0..100
+    int8_t leftVolume;      // 9:  0..100
+    int8_t rightVolume;     // 10: 0..100
+    uint8_t muted;          // 11: 0/1
+    uint8_t hiddenSwitch;   // 12: shown on a hidden button
+    uint8_t position;       // 13: 1..4
+    uint8_t room;           // 14: 1..3
+    uint8_t soundFieldOn;   // 15: exclusive group, 0/1
+    uint8_t fieldAngleMode; // 16: 1 rotate -1, 2 rotate +1, 3 held, 4 centred
+    int8_t speakerLevel[8]; // 17..24: -13..4
     uint8_t reserved25[8];
-    uint8_t roomEffectOn;      // 33: exclusive group, 0/1
-    uint8_t equalizerOn;       // 34: exclusive group, 0/1
+    uint8_t roomEffectOn; // 33: exclusive group, 0/1
+    uint8_t equalizerOn;  // 34: exclusive group, 0/1
     uint8_t reserved35[540];
 };
 

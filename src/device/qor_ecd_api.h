@@ -8,7 +8,8 @@
 #ifdef QOR_ECD_API_BUILD
 #define QOR_ECD_API extern "C" __declspec(dllexport)
 #else
-// Not dllimport: calls go through the import library's thunks, so that a test's recorder can stand in at link time.
+// Not dllimport: calls go through the import library's thunks, so that a test's recorder can stand in at link
+// time.
 #define QOR_ECD_API extern "C"
 #endif
 
@@ -20,7 +21,8 @@ QOR_ECD_API int32_t setDeviceProperty(void *deviceInfo, int32_t type, void *bloc
 QOR_ECD_API int32_t releaseDeviceInfo(void *deviceInfo, uint32_t key);
 
 // Fills the four USB selectors of the connected device; the caller zeroes them first.
-QOR_ECD_API int32_t _exec_usb_encrypt(uint32_t key, uint32_t *id1, uint32_t *id2, uint32_t *id3, uint32_t *id4);
+QOR_ECD_API int32_t _exec_usb_encrypt(uint32_t key, uint32_t *id1, uint32_t *id2, uint32_t *id3,
+                                      uint32_t *id4);
 
 // Sends a 64-byte report; with a 64-byte input buffer also reads the answer. Result: <= 0 is failure.
 QOR_ECD_API int32_t _hid_trans_data(uint32_t key, uint32_t id1, uint32_t id2, uint32_t id3, uint32_t id4,

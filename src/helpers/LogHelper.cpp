@@ -49,13 +49,13 @@ std::wstring temporaryFolder() {
     return length < 255 ? std::wstring(folder, length) : std::wstring();
 }
 
-// The file, shared for reading only: whoever else is writing a line makes the open fail, and it is tried again until
-// the other has closed it. So lines of several threads and processes never overwrite each other.
+// The file, shared for reading only: whoever else is writing a line makes the open fail, and it is tried
+// again until the other has closed it. So lines of several threads and processes never overwrite each other.
 UniqueFileHandle openUnshared(const std::wstring &path) {
     constexpr int attempts = 200;
     for (int i = 0; i < attempts; ++i) {
-        UniqueFileHandle handle(CreateFileW(path.c_str(), FILE_APPEND_DATA | SYNCHRONIZE, FILE_SHARE_READ, nullptr,
-                                            OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+        UniqueFileHandle handle(CreateFileW(path.c_str(), FILE_APPEND_DATA | SYNCHRONIZE, FILE_SHARE_READ,
+                                            nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
         if (handle || GetLastError() != ERROR_SHARING_VIOLATION)
             return handle;
         Sleep(1);
@@ -154,7 +154,8 @@ void writeLine(const Settings &use, const char *sourceFile, uint32_t line, const
 // An already enabled trace is never switched off here.
 void readRegistrySettings(Settings &into) {
     const wchar_t *key = ProductSettings::kProductKey;
-    if (Registry::ValueExists(key, L"EnableTrace") && Registry::ReadStringValue(key, L"EnableTrace") == L"true")
+    if (Registry::ValueExists(key, L"EnableTrace") &&
+        Registry::ReadStringValue(key, L"EnableTrace") == L"true")
         into.traceEnabled = true;
     into.levelLow = 0;
     into.levelHigh = 0;
@@ -192,8 +193,8 @@ UniqueFile openFile(const wchar_t *path, const wchar_t *mode) {
 
 } // namespace
 
-void LogWrite(const char *sourceFile, uint32_t line, const char *function, bool isTrace, const wchar_t *format,
-              ...) {
+void LogWrite(const char *sourceFile, uint32_t line, const char *function, bool isTrace,
+              const wchar_t *format, ...) {
     initialiseOnce();
     const Settings use = currentSettings();
     if (isTrace && !use.traceEnabled)

@@ -1,5 +1,6 @@
 // Process-wide text log "QorSoundKit.log" in the temporary folder, one line per call, and whole-file helpers.
-// All functions may be called from any thread: every line is one open-append-close cycle. File failures are silent.
+// All functions may be called from any thread: every line is one open-append-close cycle. File failures are
+// silent.
 #pragma once
 
 #include <cstddef>
@@ -7,9 +8,11 @@
 #include <cstdio>
 #include <string>
 
-// Writes one line: "<pid> hh:mm:ss.mmm <tid> function (file:line): message". format is a wide printf format of the
-// Microsoft C runtime (%s wide, %S narrow). Trace lines are dropped unless the registry switched tracing on.
-void LogWrite(const char *sourceFile, uint32_t line, const char *function, bool isTrace, const wchar_t *format, ...);
+// Writes one line: "<pid> hh:mm:ss.mmm <tid> function (file:line): message". format is a wide printf format
+// of the Microsoft C runtime (%s wide, %S narrow). Trace lines are dropped unless the registry switched
+// tracing on.
+void LogWrite(const char *sourceFile, uint32_t line, const char *function, bool isTrace,
+              const wchar_t *format, ...);
 
 // Log to an already open stream (flushed, never closed) or to the file (null), with the given switches.
 void LogConfigure(FILE *stream, bool traceEnabled, bool noPrefix, bool consoleColours);

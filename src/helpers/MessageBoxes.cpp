@@ -19,7 +19,8 @@ int ShowMessageByFlag(const wchar_t *english, const wchar_t *chinese, const wcha
     return showBox(useEnglish ? english : chinese, title, flags);
 }
 
-int ShowMessageByLocale(const wchar_t *english, const wchar_t *chinese, const wchar_t *title, unsigned flags) {
+int ShowMessageByLocale(const wchar_t *english, const wchar_t *chinese, const wchar_t *title,
+                        unsigned flags) {
     return ShowMessageByFlag(english, chinese, title, GetUserDefaultLCID() != kChinesePrc, flags);
 }
 

@@ -1,5 +1,5 @@
-// Plain Windows message boxes without owner; callable from any thread. flags and result are those of MessageBoxW;
-// a null title gives the system's default caption.
+// Plain Windows message boxes without owner; callable from any thread. flags and result are those of
+// MessageBoxW; a null title gives the system's default caption.
 #pragma once
 
 #include <QString>

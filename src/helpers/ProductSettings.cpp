@@ -24,7 +24,7 @@ void logOnce(const std::wstring &message) {
 }
 
 // Runs a registry operation; a failure is logged and gives `otherwise`.
-template <typename Operation, typename Result>
+template<typename Operation, typename Result>
 Result logged(Operation operation, Result otherwise) {
     try {
         return operation();
@@ -40,7 +40,7 @@ bool exists(const wchar_t *name) {
     return Registry::KeyExists(kProductKey) && Registry::ValueExists(kProductKey, name);
 }
 
-template <typename Value>
+template<typename Value>
 std::optional<Value> readExisting(const wchar_t *name, Value (*read)(std::wstring, std::wstring)) {
     return logged(
         [&]() -> std::optional<Value> {

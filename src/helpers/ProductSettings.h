@@ -1,5 +1,6 @@
-// The program's values under HKEY_LOCAL_MACHINE\SOFTWARE\QorSoundKit, with the rule that a missing key means that
-// every value is missing. A value of the wrong type counts as missing and is logged. Nothing here throws.
+// The program's values under HKEY_LOCAL_MACHINE\SOFTWARE\QorSoundKit, with the rule that a missing key means
+// that every value is missing. A value of the wrong type counts as missing and is logged. Nothing here
+// throws.
 #pragma once
 
 #include <cstdint>

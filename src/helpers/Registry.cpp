@@ -73,7 +73,8 @@ void writeValue(const std::wstring &keyPath, const std::wstring &valueName, DWOR
 
 bool ValueExists(std::wstring keyPath, std::wstring valueName) {
     const UniqueRegistryKey key = openKey(keyPath, KEY_QUERY_VALUE);
-    return RegQueryValueExW(key.get(), valueName.c_str(), nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
+    return RegQueryValueExW(key.get(), valueName.c_str(), nullptr, nullptr, nullptr, nullptr) ==
+           ERROR_SUCCESS;
 }
 
 bool KeyExists(std::wstring keyPath) {

@@ -1,6 +1,6 @@
-// Every registry access of the program. A key is named by its full path ("HKEY_LOCAL_MACHINE\SOFTWARE\..."; the
-// root name is matched without regard to case); each call opens the key in the 64-bit view, does its one thing
-// and closes it. All functions may be called from any thread and throw RegistryException on failure.
+// Every registry access of the program. A key is named by its full path ("HKEY_LOCAL_MACHINE\SOFTWARE\...";
+// the root name is matched without regard to case); each call opens the key in the 64-bit view, does its one
+// thing and closes it. All functions may be called from any thread and throw RegistryException on failure.
 #pragma once
 
 #include <cstdint>
@@ -37,7 +37,8 @@ void WriteDwordValue(std::wstring keyPath, std::wstring valueName, uint32_t valu
 void WriteStringValue(std::wstring keyPath, std::wstring valueName, std::wstring value);
 void WriteBinaryValue(std::wstring keyPath, std::wstring valueName, const void *bytes, size_t byteCount);
 void WriteMultiStringValue(std::wstring keyPath, std::wstring valueName, std::wstring value);
-void WriteMultiStringValue(std::wstring keyPath, std::wstring valueName, const std::vector<std::wstring> &values);
+void WriteMultiStringValue(std::wstring keyPath, std::wstring valueName,
+                           const std::vector<std::wstring> &values);
 
 // Creates the key and missing parents. Takes ownership of attributes' security descriptor (LocalFree).
 void CreateKey(std::wstring keyPath, SECURITY_ATTRIBUTES *attributes = nullptr);

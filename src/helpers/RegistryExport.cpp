@@ -3,8 +3,8 @@
 #include "helpers/RegistryKey.h"
 #include "helpers/WinHandles.h"
 
-#include <objbase.h>
 #include <cwchar>
+#include <objbase.h>
 
 namespace Registry {
 
@@ -98,8 +98,8 @@ void ExportKeyToFile(std::wstring keyPath, std::wstring filePath) {
     const UniqueFileHandle file(CreateFileW(filePath.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                                             FILE_ATTRIBUTE_NORMAL, nullptr));
     DWORD written = 0;
-    if (!file || !WriteFile(file.get(), text.data(), static_cast<DWORD>(text.size() * sizeof(wchar_t)), &written,
-                            nullptr))
+    if (!file || !WriteFile(file.get(), text.data(), static_cast<DWORD>(text.size() * sizeof(wchar_t)),
+                            &written, nullptr))
         throw RegistryException(L"Error while opening file " + filePath + L" for writing");
 }
 

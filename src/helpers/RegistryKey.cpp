@@ -15,8 +15,10 @@ struct RootName {
 };
 
 const RootName kRoots[] = {
-    {L"HKEY_CLASSES_ROOT", HKEY_CLASSES_ROOT},   {L"HKEY_CURRENT_CONFIG", HKEY_CURRENT_CONFIG},
-    {L"HKEY_CURRENT_USER", HKEY_CURRENT_USER},   {L"HKEY_LOCAL_MACHINE", HKEY_LOCAL_MACHINE},
+    {L"HKEY_CLASSES_ROOT", HKEY_CLASSES_ROOT},
+    {L"HKEY_CURRENT_CONFIG", HKEY_CURRENT_CONFIG},
+    {L"HKEY_CURRENT_USER", HKEY_CURRENT_USER},
+    {L"HKEY_LOCAL_MACHINE", HKEY_LOCAL_MACHINE},
     {L"HKEY_USERS", HKEY_USERS},
 };
 
@@ -43,7 +45,8 @@ KeyPath splitKeyPath(const std::wstring &keyPath) {
 UniqueRegistryKey openKey(const std::wstring &keyPath, REGSAM access) {
     const KeyPath path = splitKeyPath(keyPath);
     UniqueRegistryKey key;
-    const LSTATUS status = RegOpenKeyExW(path.root, path.subKey.c_str(), 0, access | KEY_WOW64_64KEY, key.put());
+    const LSTATUS status =
+        RegOpenKeyExW(path.root, path.subKey.c_str(), 0, access | KEY_WOW64_64KEY, key.put());
     if (status != ERROR_SUCCESS)
         fail(L"Error while opening registry key", keyPath, status);
     return key;

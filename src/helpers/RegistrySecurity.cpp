@@ -165,8 +165,9 @@ uint32_t GetFileAccess(std::wstring filePath, uint32_t relativeId) {
 
     const UniqueSid sid = makeSid(kFileAccess, 1, relativeId);
     UniqueResource<AuthzContextTraits> context;
-    require(AuthzInitializeContextFromSid(0, sid.get(), manager.get(), nullptr, LUID{}, nullptr, context.put()),
-            L"AuthzInitializeContextFromSid", kFileAccess);
+    require(
+        AuthzInitializeContextFromSid(0, sid.get(), manager.get(), nullptr, LUID{}, nullptr, context.put()),
+        L"AuthzInitializeContextFromSid", kFileAccess);
 
     AUTHZ_ACCESS_REQUEST request{};
     request.DesiredAccess = MAXIMUM_ALLOWED;

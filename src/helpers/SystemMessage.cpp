@@ -4,9 +4,8 @@
 
 std::wstring SystemMessage(DWORD errorCode) {
     wchar_t *buffer = nullptr;
-    const DWORD length =
-        FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM, nullptr, errorCode, 0,
-                       reinterpret_cast<wchar_t *>(&buffer), 0, nullptr);
+    const DWORD length = FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM, nullptr,
+                                        errorCode, 0, reinterpret_cast<wchar_t *>(&buffer), 0, nullptr);
     const UniqueLocalMemory owner(buffer);
     if (length == 0 || !buffer)
         return {};

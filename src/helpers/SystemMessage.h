@@ -1,4 +1,5 @@
-// Text of a Windows error code, in the system's language, without the trailing line end; empty when there is none.
+// Text of a Windows error code, in the system's language, without the trailing line end; empty when there is
+// none.
 #pragma once
 
 #include <string>

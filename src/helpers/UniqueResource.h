@@ -4,7 +4,7 @@
 
 #include <utility>
 
-template <typename Traits>
+template<typename Traits>
 class UniqueResource {
 public:
     using Type = typename Traits::Type;

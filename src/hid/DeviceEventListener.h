@@ -10,9 +10,10 @@
 #include <cstdint>
 #include <QAbstractButton>
 
-// Call once. switchByte holds the switch (0/1) and changes on the GUI thread; the listener reads it before the click.
+// Call once. switchByte holds the switch (0/1) and changes on the GUI thread; the listener reads it before
+// the click.
 void startDeviceEventListener(const volatile uint8_t *switchByte, QAbstractButton *button);
 
-// After its return the thread touches neither the button nor the byte; key events are then ignored. To be called
-// before either of them goes away. Without a running listener it does nothing.
+// After its return the thread touches neither the button nor the byte; key events are then ignored. To be
+// called before either of them goes away. Without a running listener it does nothing.
 void detachDeviceEventListener();

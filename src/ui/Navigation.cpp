@@ -40,8 +40,8 @@ QPushButton *Navigation::button(int page) const {
     return qobject_cast<QPushButton *>(group_.button(page));
 }
 
-// A second click on the selected button takes its own highlight away: the first exchange finds nothing to do and
-// the second one turns the button, as the one selected before, back to plain. The page stays.
+// A second click on the selected button takes its own highlight away: the first exchange finds nothing to do
+// and the second one turns the button, as the one selected before, back to plain. The page stays.
 void Navigation::select(int page) {
     QPushButton *clicked = button(page);
     replaceFirst(*clicked, kPlain, kHighlight);

@@ -1,8 +1,6 @@
 #include "ui/PageSet.h"
 
 #include "hid/FirmwarePage.h"
-#include "ui/Translation.h"
-#include "ui/WindowTimers.h"
 #include "ui/pages/BatteryStatus.h"
 #include "ui/pages/EqualizerPage.h"
 #include "ui/pages/ExclusiveEffects.h"
@@ -15,6 +13,8 @@
 #include "ui/pages/SpatialSoundPage.h"
 #include "ui/pages/StatusStrip.h"
 #include "ui/pages/VoiceEffectsPage.h"
+#include "ui/Translation.h"
+#include "ui/WindowTimers.h"
 #include "ui_demoClass.h"
 #include "update/SoftwareUpdate.h"
 
@@ -36,7 +36,8 @@ PageSet::PageSet(PageContext context, WindowTimers &timers, const QString &curve
     : volume_(std::make_unique<VolumePage>(context, std::move(volumeServices), nullptr)),
       sampleRate_(std::make_unique<SampleRatePage>(context, nullptr)),
       exclusiveEffects_(std::make_unique<ExclusiveEffects>(context, timers.rotation, nullptr)),
-      equalizer_(std::make_unique<EqualizerPage>(context, *exclusiveEffects_, curveFilePath.toStdWString(), nullptr)),
+      equalizer_(std::make_unique<EqualizerPage>(context, *exclusiveEffects_, curveFilePath.toStdWString(),
+                                                 nullptr)),
       roomEffects_(std::make_unique<RoomEffectsPage>(context, *exclusiveEffects_, nullptr)),
       soundField_(std::make_unique<SoundFieldPage>(context, *exclusiveEffects_, timers.rotation, nullptr)),
       spatialSound_(std::make_unique<SpatialSoundPage>(context, *exclusiveEffects_, nullptr)),
@@ -48,7 +49,8 @@ PageSet::PageSet(PageContext context, WindowTimers &timers, const QString &curve
       statusStrip_(std::make_unique<StatusStrip>(context, nullptr)),
       firmware_(std::make_unique<FirmwarePage>(&context.window, firmwareWidgets(context.form), nullptr)),
       update_(std::make_unique<SoftwareUpdate>(updateWidgets(context.form), context.language)) {
-    QObject::connect(&timers.firstBattery, &QTimer::timeout, battery_.get(), &BatteryStatus::refreshBatteryStatus);
+    QObject::connect(&timers.firstBattery, &QTimer::timeout, battery_.get(),
+                     &BatteryStatus::refreshBatteryStatus);
 }
 
 PageSet::~PageSet() = default;

@@ -1,4 +1,5 @@
-// All page controllers, built in the order in which the device expects their first calls. Owned by the main window.
+// All page controllers, built in the order in which the device expects their first calls. Owned by the main
+// window.
 #pragma once
 
 #include "ui/pages/PageContext.h"

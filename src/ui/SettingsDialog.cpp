@@ -6,6 +6,8 @@
 
 #include "ui_dlgsetting.h"
 
+#include <QStyledItemDelegate>
+
 namespace {
 
 constexpr wchar_t kTrayIconValue[] = L"isAddSysicon";
@@ -39,6 +41,7 @@ void SettingsDialog::OpenSettingsDialog() {
 }
 
 void SettingsDialog::fill(Ui::dlgsetting &form) {
+    form.comboBox->setItemDelegate(new QStyledItemDelegate(form.comboBox)); // rows follow the style sheet
     form.comboBox->setCurrentIndex(language_.code);
     form.checkBox->setChecked(hidesToTray());
     form.checkBox_2->setChecked(ProductSettings::readDword(kStartTipValue).value_or(0) == 0);

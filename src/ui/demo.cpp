@@ -7,18 +7,20 @@
 #include "ui/LanguageChoice.h"
 #include "ui/MakerActions.h"
 #include "ui/Navigation.h"
+#include "ui/pages/SystemVolumeWatcher.h"
 #include "ui/PageSet.h"
 #include "ui/ProcessEnd.h"
 #include "ui/SettingsDialog.h"
 #include "ui/Translation.h"
 #include "ui/TrayIcon.h"
 #include "ui/VersionDialog.h"
-#include "ui/pages/SystemVolumeWatcher.h"
 #include "ui_demoClass.h"
 
+#include <QComboBox>
 #include <QFile>
 #include <QMouseEvent>
 #include <QSlider>
+#include <QStyledItemDelegate>
 #include <QToolTip>
 
 namespace {
@@ -72,6 +74,9 @@ void demo::setUpForm() {
     colours.setColor(QPalette::Window, Qt::black);
     setPalette(colours);
     form_->centralWidget->setStyleSheet(panelStyleSheet());
+    // The native delegate ignores the style sheet's rules for list rows.
+    for (QComboBox *box : findChildren<QComboBox *>())
+        box->setItemDelegate(new QStyledItemDelegate(box));
 }
 
 void demo::initialiseDevice() {
@@ -212,7 +217,8 @@ void demo::mouseReleaseEvent(QMouseEvent *) {
 
 // Companion tools read the three snapshots; the panel itself does not.
 void demo::minimise() {
-    ProductSettings::writeBinary(L"{6F8E9E8B-C370-48D3-A20E-D1CA1D61BB3C}", &device_.sound, sizeof device_.sound);
+    ProductSettings::writeBinary(L"{6F8E9E8B-C370-48D3-A20E-D1CA1D61BB3C}", &device_.sound,
+                                 sizeof device_.sound);
     ProductSettings::writeBinary(L"{983E6A3C-E1AE-49BD-9E50-8FCB108C3F8D}", &device_.extension,
                                  sizeof device_.extension);
     ProductSettings::writeBinary(L"{F5530E75-A2A5-43E8-B9DF-1A1E225B5D1A}", &device_.system.head,

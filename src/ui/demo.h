@@ -1,12 +1,12 @@
-// The main window: frameless, custom-drawn, and the composition root of the panel. It owns the form, the device's
-// settings, the timers and the pages; what a page does is in the page's own class. GUI thread only.
+// The main window: frameless, custom-drawn, and the composition root of the panel. It owns the form, the
+// device's settings, the timers and the pages; what a page does is in the page's own class. GUI thread only.
 #pragma once
 
 #include "device/DeviceState.h"
 #include "helpers/InterfaceLanguage.h"
 #include "ui/DialogState.h"
-#include "ui/WindowTimers.h"
 #include "ui/pages/VolumeFlags.h"
+#include "ui/WindowTimers.h"
 
 #include <memory>
 #include <QMainWindow>
@@ -25,7 +25,8 @@ class demo : public QMainWindow {
     Q_OBJECT
 
 public:
-    // Reads the device and builds everything; ends the process with exit code 0 when the device cannot be read.
+    // Reads the device and builds everything; ends the process with exit code 0 when the device cannot be
+    // read.
     explicit demo(QWidget *parent = nullptr);
     // Stops the helper process and writes the system block a last time before the device is released.
     ~demo() override;

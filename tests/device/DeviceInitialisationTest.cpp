@@ -28,7 +28,7 @@ protected:
     DeviceState device;
 };
 
-template <typename Block>
+template<typename Block>
 std::vector<uint8_t> bytesOf(const Block &block, size_t from = 0, size_t count = sizeof(Block)) {
     const auto *bytes = reinterpret_cast<const uint8_t *>(&block);
     return std::vector<uint8_t>(bytes + from, bytes + from + count);
@@ -78,8 +78,12 @@ TEST_F(DeviceInitialisationTest, FullScaleGoesByWayOf99) {
         {100, 99, {"_SetVolum(99, 0, 0)", "_SetVolum(100, 0, 0)", "_SetVolum(99, 1, 0)"}, 100, 99, 1},
         {-128, 150, {"_SetVolum(-128, 0, 0)", "_SetVolum(99, 1, 0)", "_SetVolum(100, 1, 0)"}, -128, 100, 1},
         {-1, INT32_MIN, {"_SetVolum(-1, 0, 0)", "_SetVolum(-2147483648, 1, 0)"}, -1, INT32_MIN, 0},
-        {127, INT32_MAX,
-         {"_SetVolum(99, 0, 0)", "_SetVolum(100, 0, 0)", "_SetVolum(99, 1, 0)", "_SetVolum(100, 1, 0)"}, 100, 100, 2},
+        {127,
+         INT32_MAX,
+         {"_SetVolum(99, 0, 0)", "_SetVolum(100, 0, 0)", "_SetVolum(99, 1, 0)", "_SetVolum(100, 1, 0)"},
+         100,
+         100,
+         2},
     };
     for (const auto &c : cases) {
         recorder.calls.clear();
@@ -101,7 +105,8 @@ TEST_F(DeviceInitialisationTest, WritesKeepTheCopyRules) {
     device.system.head.voiceEffect = 3;
     device.sound.muted = 1;
     DeviceInitialisation::writeBlocks(device);
-    EXPECT_EQ((Calls{"init()", "getDeviceInfo(0)", "setDeviceProperty(1)", "setDeviceProperty(2)"}), recorder.calls);
+    EXPECT_EQ((Calls{"init()", "getDeviceInfo(0)", "setDeviceProperty(1)", "setDeviceProperty(2)"}),
+              recorder.calls);
     EXPECT_EQ(bytesOf(recorder.system, 0, 32), bytesOf(recorder.system, 32, 32));
     EXPECT_EQ(3, recorder.system.headCopy.voiceEffect);
     // The system block went out first, so it still carried the sound block of before.
@@ -116,7 +121,8 @@ TEST_F(DeviceInitialisationTest, PathsAndUserKey) {
     SetCurrentDirectoryW(L"C:\\windows");
     EXPECT_EQ(L"C:\\windows\\config.txt", DeviceInitialisation::configFilePath());
     Registry::CreateKey(ProductSettings::kProductKey);
-    for (const wchar_t *folder : {L"C:\\some\\folder", L"C:\\some\\folder\\", L"C:\\some\\.\\other\\..\\folder"}) {
+    for (const wchar_t *folder :
+         {L"C:\\some\\folder", L"C:\\some\\folder\\", L"C:\\some\\.\\other\\..\\folder"}) {
         Registry::WriteStringValue(ProductSettings::kProductKey, L"ConfigPath", folder);
         EXPECT_EQ(L"C:\\some\\folder\\config.txt", DeviceInitialisation::configFilePath());
     }

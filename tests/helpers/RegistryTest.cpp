@@ -13,7 +13,8 @@ const std::wstring kRoot = L"HKEY_CURRENT_USER\\Software\\QorSoundKit Test";
 
 void setRaw(const wchar_t *name, DWORD type, const std::vector<uint8_t> &bytes) {
     const UniqueRegistryKey key = Registry::openKey(kRoot, KEY_SET_VALUE);
-    ASSERT_EQ(ERROR_SUCCESS, RegSetValueExW(key.get(), name, 0, type, bytes.data(), static_cast<DWORD>(bytes.size())));
+    ASSERT_EQ(ERROR_SUCCESS,
+              RegSetValueExW(key.get(), name, 0, type, bytes.data(), static_cast<DWORD>(bytes.size())));
 }
 
 std::wstring messageOf(const std::function<void()> &operation) {
@@ -124,15 +125,14 @@ TEST_F(RegistryTest, EveryFailureHasItsMessage) {
         {[] { KeyExists(L""); }, L"Key  has invalid format"},
         {[] { KeyExists(L"HKEY_CURRENT_USER"); }, L"Key HKEY_CURRENT_USER has invalid format"},
         {[] { KeyExists(L"HKLM\\SOFTWARE\\QorSoundKit"); }, L"Unknown root key HKLM"},
-        {[&] { ValueExists(missing, L"v"); }, L"Error while opening registry key " + missing + L": " + notFound},
+        {[&] { ValueExists(missing, L"v"); },
+         L"Error while opening registry key " + missing + L": " + notFound},
         {[&] { WriteDwordValue(missing, L"v", 1); },
          L"Error while opening registry key " + missing + L": " + notFound},
         {[] { ReadDwordValue(kRoot, L"v"); },
          L"Error while reading registry value " + kRoot + L"\\v: " + notFound},
-        {[] { ReadStringValue(kRoot, L"number"); },
-         L"Registry value " + kRoot + L"\\number has wrong type"},
-        {[] { ReadBinaryValue(kRoot, L"number"); },
-         L"Registry value " + kRoot + L"\\number has wrong type"},
+        {[] { ReadStringValue(kRoot, L"number"); }, L"Registry value " + kRoot + L"\\number has wrong type"},
+        {[] { ReadBinaryValue(kRoot, L"number"); }, L"Registry value " + kRoot + L"\\number has wrong type"},
         {[] { DeleteValue(kRoot, L"v"); },
          L"Error while deleting registry value " + kRoot + L"\\v: " + notFound},
         {[&] { DeleteKey(missing); }, L"Error while deleting registry key " + missing + L": " + notFound},
@@ -145,7 +145,9 @@ TEST_F(RegistryTest, EveryFailureHasItsMessage) {
     for (const auto &c : cases)
         EXPECT_EQ(c.message, messageOf(c.operation));
     const std::wstring tooLong = kRoot + L"\\" + std::wstring(300, L'x');
-    EXPECT_EQ(0u, messageOf([&] { CreateKey(tooLong); }).find(L"Error while creating registry key " + tooLong + L": "));
+    EXPECT_EQ(0u, messageOf([&] {
+                      CreateKey(tooLong);
+                  }).find(L"Error while creating registry key " + tooLong + L": "));
 }
 
 TEST_F(RegistryTest, AdministratorsGetFullAccess) {
@@ -153,7 +155,8 @@ TEST_F(RegistryTest, AdministratorsGetFullAccess) {
     const UniqueRegistryKey key = Registry::openKey(kRoot, READ_CONTROL);
     DWORD size = 4096;
     std::vector<uint8_t> descriptor(size);
-    ASSERT_EQ(ERROR_SUCCESS, RegGetKeySecurity(key.get(), DACL_SECURITY_INFORMATION, descriptor.data(), &size));
+    ASSERT_EQ(ERROR_SUCCESS,
+              RegGetKeySecurity(key.get(), DACL_SECURITY_INFORMATION, descriptor.data(), &size));
     BOOL present = FALSE, defaulted = FALSE;
     ACL *acl = nullptr;
     ASSERT_TRUE(GetSecurityDescriptorDacl(descriptor.data(), &present, &acl, &defaulted));
@@ -183,8 +186,9 @@ TEST_F(RegistryTest, ExportHoldsEveryValue) {
     text.resize(std::fread(text.data(), 2, text.size(), file));
     std::fclose(file);
     EXPECT_EQ(0u, text.find(L"\xFEFFWindows Registry Editor Version 5.00\r\n"));
-    for (const wchar_t *part : {L"\"number\"=dword:0000001a\r\n", L"\"pa\\\\th\"=\"C:\\\\\\\"x\\\"\"\r\n",
-                                L"\"bytes\"=hex:01,ab\r\n", L"[HKEY_CURRENT_USER\\Software\\QorSoundKit Test\\child]"})
+    for (const wchar_t *part :
+         {L"\"number\"=dword:0000001a\r\n", L"\"pa\\\\th\"=\"C:\\\\\\\"x\\\"\"\r\n",
+          L"\"bytes\"=hex:01,ab\r\n", L"[HKEY_CURRENT_USER\\Software\\QorSoundKit Test\\child]"})
         EXPECT_NE(std::wstring::npos, text.find(part)) << std::string(part, part + wcslen(part));
 }
 

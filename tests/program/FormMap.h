@@ -1,4 +1,5 @@
-// Where the controls of the main window are: the form itself, laid out off the screen in the test's own process.
+// Where the controls of the main window are: the form itself, laid out off the screen in the test's own
+// process.
 #pragma once
 
 #include <memory>

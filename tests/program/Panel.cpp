@@ -26,8 +26,8 @@ BOOL CALLBACK match(HWND window, LPARAM argument) {
     wchar_t name[128] = L"";
     GetClassNameW(window, name, 128);
     const std::wstring text = name;
-    const bool wanted =
-        search.className ? text == search.className : text.rfind(L"Qt5", 0) == 0 && text.find(L"QWindow") != text.npos;
+    const bool wanted = search.className ? text == search.className
+                                         : text.rfind(L"Qt5", 0) == 0 && text.find(L"QWindow") != text.npos;
     if (process != search.process || !wanted || !IsWindowVisible(window))
         return TRUE;
     search.found = window;
@@ -131,8 +131,8 @@ void Panel::start() {
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process{};
     window_ = nullptr;
-    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, folder().c_str(), &startup,
-                        &process))
+    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, folder().c_str(),
+                        &startup, &process))
         return;
     CloseHandle(process.hThread);
     process_.reset(process.hProcess);
@@ -141,11 +141,12 @@ void Panel::start() {
 
 bool Panel::waitForWindow(DWORD milliseconds) {
     return waitUntil(
-        [this] {
-            window_ = find(processId_, nullptr);
-            return window_ || !running();
-        },
-        milliseconds) && window_;
+               [this] {
+                   window_ = find(processId_, nullptr);
+                   return window_ || !running();
+               },
+               milliseconds) &&
+           window_;
 }
 
 bool Panel::running() const {
@@ -223,7 +224,8 @@ std::wstring Panel::answerBox(DWORD milliseconds) const {
             break;
     }
     const HWND button = FindWindowExW(box, nullptr, L"Button", nullptr);
-    PostMessageW(box, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(button), BN_CLICKED), reinterpret_cast<LPARAM>(button));
+    PostMessageW(box, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(button), BN_CLICKED),
+                 reinterpret_cast<LPARAM>(button));
     waitUntil([&] { return !IsWindow(box); });
     return text;
 }

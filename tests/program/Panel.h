@@ -1,5 +1,5 @@
-// The real program on the simulated headset, in a folder and a registry of its own, for whole-program tests. Driven
-// as a user drives it: by the mouse and the keyboard of Windows.
+// The real program on the simulated headset, in a folder and a registry of its own, for whole-program tests.
+// Driven as a user drives it: by the mouse and the keyboard of Windows.
 #pragma once
 
 #include "helpers/WinHandles.h"
@@ -10,8 +10,8 @@
 
 class Panel {
 public:
-    // A fresh registry (product key as an installer leaves it, start image in the headset), a fresh copy of the
-    // program at `folder`.
+    // A fresh registry (product key as an installer leaves it, start image in the headset), a fresh copy of
+    // the program at `folder`.
     static void prepare();
     static std::wstring folder();
 
@@ -43,7 +43,8 @@ public:
     // Of one process only.
     std::vector<std::string> ownJournal() const;
 
-    // A message box of the process: waits for one, answers it by its first button, gives its text; empty if none.
+    // A message box of the process: waits for one, answers it by its first button, gives its text; empty if
+    // none.
     std::wstring answerBox(DWORD milliseconds = 10000) const;
 
 private:
@@ -53,7 +54,7 @@ private:
 };
 
 // Waits until condition() holds; false after the time-out.
-template <typename Condition>
+template<typename Condition>
 bool waitUntil(Condition condition, DWORD milliseconds = 5000) {
     for (DWORD waited = 0; !condition(); waited += 10) {
         if (waited >= milliseconds)

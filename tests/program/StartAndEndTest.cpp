@@ -20,7 +20,8 @@ protected:
         return text.compare(0, start.size(), start) == 0;
     }
 
-    static void expectInOrder(const std::vector<std::string> &journal, const std::vector<std::string> &wanted) {
+    static void expectInOrder(const std::vector<std::string> &journal,
+                              const std::vector<std::string> &wanted) {
         size_t at = 0;
         for (const std::string &call : journal) {
             if (at < wanted.size() && beginsWith(call, wanted[at]))
@@ -32,8 +33,10 @@ protected:
     static void expectShutDown(const Panel &panel) {
         const std::vector<std::string> journal = panel.ownJournal();
         ASSERT_GE(journal.size(), 3u);
-        EXPECT_TRUE(beginsWith(journal[journal.size() - 3], "_kill_task(\"normal.exe\")")) << journal[journal.size() - 3];
-        EXPECT_TRUE(beginsWith(journal[journal.size() - 2], "setDeviceProperty(type 1")) << journal[journal.size() - 2];
+        EXPECT_TRUE(beginsWith(journal[journal.size() - 3], "_kill_task(\"normal.exe\")"))
+            << journal[journal.size() - 3];
+        EXPECT_TRUE(beginsWith(journal[journal.size() - 2], "setDeviceProperty(type 1"))
+            << journal[journal.size() - 2];
         EXPECT_TRUE(beginsWith(journal.back(), "releaseDeviceInfo(")) << journal.back();
     }
 
@@ -139,7 +142,8 @@ TEST_F(StartAndEndTest, NoDeviceNoDriverNoRecord) {
         EXPECT_EQ(c.text, panel.answerBox());
         EXPECT_EQ(0, panel.waitForEnd());
         for (const std::string &call : panel.ownJournal())
-            EXPECT_FALSE(beginsWith(call, "releaseDeviceInfo(") || beginsWith(call, "setDeviceProperty(")) << call;
+            EXPECT_FALSE(beginsWith(call, "releaseDeviceInfo(") || beginsWith(call, "setDeviceProperty("))
+                << call;
         Registry::DeleteValue(kSimulator, c.knob);
     }
 }

@@ -51,7 +51,9 @@ protected:
         tray(NIN_SELECT);
     }
 
-    void tray(UINT event) const { PostMessageW(trayWindow(panel.processId()), kTrayMessage, 0, MAKELPARAM(event, 0)); }
+    void tray(UINT event) const {
+        PostMessageW(trayWindow(panel.processId()), kTrayMessage, 0, MAKELPARAM(event, 0));
+    }
 
     FormMap map;
     Panel panel;

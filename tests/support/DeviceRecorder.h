@@ -1,5 +1,5 @@
-// A stand-in for the device-control library, linked into test programs: it records every call in order, keeps the
-// blocks that were written, and answers as the test set it up.
+// A stand-in for the device-control library, linked into test programs: it records every call in order, keeps
+// the blocks that were written, and answers as the test set it up.
 #pragma once
 
 #include "device/PropertyBlocks.h"
@@ -17,7 +17,8 @@ public:
     // Forgets everything and restores the defaults: one device, all calls succeed, elevated, first instance.
     void reset();
 
-    // One readable line per call, e.g. "_SetVolum(99, 0, 0)", "setDeviceProperty(2)", "_kill_task(normal.exe)",
+    // One readable line per call, e.g. "_SetVolum(99, 0, 0)", "setDeviceProperty(2)",
+    // "_kill_task(normal.exe)",
     // "_hid_trans_data(1035, 63353, 3, 2)". Wrong access keys and null pointers show up in the line.
     std::vector<std::string> calls;
     std::vector<uint32_t> callTimes; // milliseconds (GetTickCount) of each call
@@ -46,6 +47,6 @@ public:
     int32_t elevated = 1;
     int32_t restartResult = 1;
     UsbIds usbIds{{0x040B, 0xF779, 3, 2}};
-    std::function<void()> onWrite; // called inside setDeviceProperty
+    std::function<void()> onWrite;                   // called inside setDeviceProperty
     std::function<void(int32_t volume)> onSetVolume; // called inside _SetVolum
 };

@@ -7,7 +7,8 @@
 namespace {
 
 const QString kPlain = QStringLiteral("color: white; background-color: none; border: none;");
-const QString kHighlight = QStringLiteral("color: white; background-color: rgba(110, 110, 110, 0.9); border: none;");
+const QString kHighlight =
+    QStringLiteral("color: white; background-color: rgba(110, 110, 110, 0.9); border: none;");
 
 class NavigationTest : public testing::Test {
 protected:

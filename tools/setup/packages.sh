@@ -3,11 +3,9 @@
 set -euo pipefail
 . "$(dirname "$0")/common.sh"
 
-missing=()
-while read -r package; do
-    case $package in ''|'#'*) continue ;; esac
-    [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=("$package")
-done < "$ROOT/tools/setup/packages.txt"
+mapfile -t wanted < <(grep -v -e '^#' -e '^$' "$ROOT/tools/setup/packages.txt" | sort -u)
+mapfile -t missing < <(comm -23 <(printf '%s\n' "${wanted[@]}") \
+    <(dpkg-query -W -f='${db:Status-Status} ${Package}\n' "${wanted[@]}" 2>/dev/null | sed -n 's/^installed //p' | sort -u))
 [ ${#missing[@]} -gt 0 ] || exit 0
 
 say "installing ${#missing[@]} Debian packages (1-3 minutes): ${missing[*]}"
