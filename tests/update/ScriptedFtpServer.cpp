@@ -179,6 +179,10 @@ bool ScriptedFtpServer::transfer(Session &session, const std::string &command, c
         pause(100); // what was sent should arrive
         const linger atOnce{1, 0};
         setsockopt(data.get(), SOL_SOCKET, SO_LINGER, reinterpret_cast<const char *>(&atOnce), sizeof atOnce);
+    } else {
+        // The final reply waits until the client has closed, so that it never comes together with the first.
+        shutdown(data.get(), SD_SEND);
+        receiveAll(data.get());
     }
     data.reset();
     return reply(session, {"FINAL"}, "226 done\r\n");
