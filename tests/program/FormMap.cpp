@@ -41,6 +41,11 @@ POINT FormMap::centreOf(const char *objectName) {
     return {centre.x(), centre.y()};
 }
 
+POINT FormMap::sliderPoint(const char *objectName, int value, int minimum, int maximum) {
+    static_cast<QSlider &>(control(objectName)).setRange(minimum, maximum);
+    return sliderPoint(objectName, value);
+}
+
 POINT FormMap::sliderPoint(const char *objectName, int value) {
     const POINT centre = centreOf(objectName);
     auto &slider = static_cast<QSlider &>(control(objectName));
@@ -48,6 +53,8 @@ POINT FormMap::sliderPoint(const char *objectName, int value) {
     QStyleOptionSlider option;
     option.initFrom(&slider);
     option.orientation = slider.orientation();
+    if (slider.orientation() == Qt::Horizontal)
+        option.state |= QStyle::State_Horizontal;
     option.minimum = slider.minimum();
     option.maximum = slider.maximum();
     option.sliderPosition = slider.sliderPosition();

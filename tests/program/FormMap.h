@@ -13,8 +13,9 @@ public:
 
     // Centre of the control in the main window. Shows the control's page first, as the panel does.
     POINT centreOf(const char *objectName);
-    // Point of a slider's groove at the value.
+    // Where a slider's handle is at the value, in the slider's own range or in the given one.
     POINT sliderPoint(const char *objectName, int value);
+    POINT sliderPoint(const char *objectName, int value, int minimum, int maximum);
 
 private:
     QWidget &control(const char *objectName);
