@@ -25,7 +25,7 @@ std::optional<int32_t> leadingNumber(std::string_view text) {
     text.remove_prefix(start);
     if (text.front() == '+') {
         text.remove_prefix(1);
-        if (text.empty() || !isDigit(text.front()))
+        if (text.find_first_of("0123456789") != 0) // no second sign
             return std::nullopt;
     }
     int32_t number = 0;
