@@ -41,7 +41,6 @@ int main(int argc, char *argv[]) {
         return *ending;
 
     qputenv("QT_ENABLE_HIGHDPI_SCALING", "1");
-    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps); // pictures exist at @2x
     QApplication application(argc, argv);
     return runPanel(application);
 }
