@@ -1,0 +1,72 @@
+// libFuzzer entry: everything that the update reads from a server or a file, on any bytes. The first byte
+// chooses the reader. Run by fuzz.sh.
+#include "update/Crc32.h"
+#include "update/DownloadBuffer.h"
+#include "update/FtpReply.h"
+#include "update/ServerConfig.h"
+#include "update/UpdateInfo.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+void require(bool condition) {
+    if (!condition)
+        std::abort();
+}
+
+void readReply(const std::string &text) {
+    parseReplyCode(text);
+    const int32_t port = parsePassivePort(text);
+    require(port >= -2 && port <= 65535);
+    const auto size = parseFileSize(text);
+    require(!size || (*size >= 0 && *size <= INT32_MAX));
+    const std::string time = parseFileTime(text);
+    require(time.empty() || time.size() == 19);
+    portArgument(text, 4711);
+}
+
+void readConfiguration(const std::string &bytes) {
+    ServerConfigRecord record{};
+    std::copy_n(bytes.begin(), std::min(bytes.size(), record.size()), record.begin());
+    const ServerConfig config = getServerConfig(record);
+    require(config.server.user.size() <= 32 && config.server.password.size() <= 32 &&
+            config.folder.size() <= 256);
+    std::array<uint8_t, 8> key{};
+    std::copy_n(record.begin(), key.size(), key.begin());
+    const ServerConfigRecord stored = makeServerConfig(config, key);
+    require(crcRegister(stored.data(), stored.size()) == 0);
+}
+
+void readInformation(const std::string &bytes) {
+    const uint32_t crc = crcRegister(bytes.data(), bytes.size());
+    require(crc == crcRegisterByTable(bytes.data(), bytes.size()));
+    const std::string listing = bytes + installerEntry(crc);
+    const bool cut = bytes.find('\0') != std::string::npos;
+    require(cut || listsInstaller(updateInformationText(listing.data(), listing.size()), crc));
+}
+
+void receive(const std::string &bytes) {
+    uint64_t numbers[2] = {};
+    std::memcpy(numbers, bytes.data(), std::min(bytes.size(), sizeof numbers));
+    progressPercent(numbers[0], numbers[1]);
+    DownloadBuffer buffer;
+    const size_t size = numbers[0] % 300;
+    require(buffer.allocate(size));
+    for (size_t at = 0; at < bytes.size(); at += 50)
+        buffer.append(bytes.data() + at, std::min<size_t>(50, bytes.size() - at));
+    require(std::memcmp(buffer.data(), bytes.data(), std::min(size, bytes.size())) == 0);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
+    if (size == 0)
+        return 0;
+    const std::string bytes(reinterpret_cast<const char *>(data) + 1, size - 1);
+    void (*const readers[])(const std::string &) = {readReply, readConfiguration, readInformation, receive};
+    readers[data[0] % std::size(readers)](bytes);
+    return 0;
+}
