@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # update_round_test.sh DIST TOOL: a whole update as a user sees it. Installs the panel, offers a newer installer on an
 # FTP server, starts the panel, clicks the check button, consents, and waits until the newer installer has done its work.
+# A failure leaves a picture of the screen in QORSOUND_ROUND_PICTURE, when that is set.
 set -euo pipefail
 . "$(dirname "$0")/panel_session.sh"
 
