@@ -16,33 +16,22 @@ TEST(ColourEntry, ReadsTypedAndPastedText) {
     constexpr int least = std::numeric_limits<int>::min();
     const EntryCase cases[] = {
         {u"0", 0, {0, false}},
-        {u"1", 1, {1, false}},
-        {u"254", 254, {254, false}},
         {u"255", 255, {255, false}},
         {u"256", 256, {255, true}},
         {u"300", 300, {255, true}},
-        {u"-1", -1, {0, true}},
         {u"-5", -5, {0, true}},
         {u"-0", 0, {0, true}},
         {u"", 0, {0, true}},
-        {u"   ", 0, {0, true}},
         {u" 12 ", 12, {12, true}},
         {u"\t\u300012\u00A0", 12, {12, true}},
         {u"012", 12, {12, true}},
-        {u"+12", 12, {12, true}},
         {u"abc", 0, {0, true}},
         {u"12a", 0, {0, true}},
-        {u"1 2", 0, {0, true}},
-        {u"1.5", 0, {0, true}},
-        {u"0x10", 0, {0, true}},
         {u"-", 0, {0, true}},
-        {u"+-3", 0, {0, true}},
         {u"\uFF11\uFF12", 0, {0, true}}, // full-width digits
-        {u"2147483647", most, {255, true}},
         {u"2147483648", most, {255, true}},
         {u"4294967297", most, {255, true}}, // 1 when cut to 32 bits
         {u"99999999999999999999", most, {255, true}},
-        {u"-2147483649", least, {0, true}},
         {u"-99999999999999999999", least, {0, true}},
         {u"99999999999999999999x", 0, {0, true}},
     };

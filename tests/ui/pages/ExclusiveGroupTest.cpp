@@ -36,15 +36,3 @@ TEST(ExclusiveGroup, AtMostOneAfterSwitchingOn) {
         }
     }
 }
-
-TEST(ExclusiveGroup, RotationNeedsTheSwitchAndADirection) {
-    for (const int on : {0, 1}) {
-        for (const int mode : {0, 1, 2, 3, 4, 9, 255}) {
-            SoundBlock block{};
-            block.soundFieldOn = static_cast<uint8_t>(on);
-            block.fieldAngleMode = static_cast<uint8_t>(mode);
-            const int direction = mode == 1 ? -1 : mode == 2 ? 1 : 0;
-            EXPECT_EQ(ExclusiveGroup::rotationStep(block), on ? direction : 0) << "mode " << mode;
-        }
-    }
-}

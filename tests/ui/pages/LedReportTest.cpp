@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <limits>
 
 namespace {
 
@@ -20,10 +19,6 @@ TEST(LedReport, CarriesModeLevelAndColours) {
         {{4, 100, 256, 255, 300}, {0x0A, 4, 100, 255, 255, 255}, "4,100,255,255,255"},
         // No lower bound: negative values travel as their low byte.
         {{2, 7, -1, -5, -256}, {0x0A, 2, 7, 0xFF, 0xFB, 0x00}, "2,7,-1,-5,-256"},
-        {{3, 1, std::numeric_limits<int>::max(), std::numeric_limits<int>::min(), 9},
-         {0x0A, 3, 1, 255, 0, 9},
-         "3,1,255,-2147483648,9"},
-        {{-1, 1, 2, 3, 4}, {0x0A, 0xFF, 1, 2, 3, 4}, "-1,1,2,3,4"}, // a mode list without a choice
     };
     for (const ReportCase &c : cases) {
         SCOPED_TRACE(c.text);
@@ -44,17 +39,11 @@ TEST(PalettePoint, MapsClicksToImagePixels) {
     constexpr PaletteSize palette{256, 256};
     const PointCase cases[] = {
         {{0, 0}, palette, palette, 0, 0},
-        {{17, 200}, palette, palette, 17, 200},
         {{255, 255}, palette, palette, 255, 255},
         {{256, 10}, palette, palette, -1, -1},
-        {{10, 256}, palette, palette, -1, -1},
-        {{-1, 10}, palette, palette, -1, -1},
         {{10, -1}, palette, palette, -1, -1},
         {{255, 128}, palette, {512, 512}, 510, 256}, // an image drawn for twice the density
-        {{255, 100}, palette, {128, 64}, 127, 25},
-        {{383, 384}, {384, 384}, palette, -1, -1},
         {{383, 383}, {384, 384}, palette, 255, 255},
-        {{0, 0}, {0, 0}, palette, -1, -1},
         {{0, 0}, palette, {0, 0}, -1, -1}, // the image could not be read
     };
     for (const PointCase &c : cases) {
