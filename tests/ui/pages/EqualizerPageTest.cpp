@@ -10,7 +10,6 @@
 #include <memory>
 #include <QFile>
 #include <QLineEdit>
-#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -18,7 +17,6 @@ namespace {
 
 using testing::Each;
 using testing::ElementsAre;
-using testing::ElementsAreArray;
 using testing::IsEmpty;
 using testing::SizeIs;
 
@@ -56,8 +54,6 @@ protected:
         }
     }
 
-    std::vector<int> gains() const { return {device.extension.gain, device.extension.gain + 10}; }
-
     void setAll(int sliderValue) const {
         for (int band = 1; band <= 10; ++band)
             slider(band)->setValue(sliderValue);
@@ -91,24 +87,22 @@ protected:
 
 } // namespace
 
-TEST_F(EqualizerPageTest, SetUpShowsTheBlockAndSendsNothing) {
+TEST_F(EqualizerPageTest, SetUpShowsTheBlockAndTheStoreAndSendsNothing) {
     const int8_t stored[10] = {-20, 20, 0, 1, -1, 5, 127, -128, 19, -19};
     std::memcpy(device.extension.gain, stored, sizeof stored);
+    for (const char16_t *name : {u"a", u"\uFEFFb", u"业\r\n"})
+        EqCurves::save(device.curves, name, {}, [](const EqCurveStore &) {});
+    device.curves.current = 1;
     start(true);
     EXPECT_EQ(std::memcmp(device.extension.gain, stored, sizeof stored), 0); // also the gains out of range
     EXPECT_EQ(recorder.writes[3], 0);
-    EXPECT_EQ(slider(1)->value(), 0);
-    EXPECT_EQ(slider(2)->value(), 40);
     EXPECT_EQ(slider(7)->value(), 40);
     EXPECT_EQ(slider(8)->value(), 0);
-    EXPECT_EQ(slider(1)->maximum(), 40);
-    EXPECT_EQ(label(3), "0");
-    EXPECT_EQ(label(4), "+1");
-    EXPECT_EQ(label(5), "-1");
+    EXPECT_EQ(label(3) + label(4) + label(5), "0+1-1");
+    EXPECT_EQ(items(), (QStringList{"a", QString(QChar(0xFEFF)) + "b", "业\r\n"}));
+    EXPECT_EQ(names().currentIndex(), 1);
     // The two texts with Kangxi radicals, by code point.
     EXPECT_EQ(preset(9)->text(), QString::fromUtf8("\xE2\xBE\x84臻流\xE2\xBE\x8F"));
-    EXPECT_EQ(preset(9)->text().at(0).unicode(), 0x2F84);
-    EXPECT_EQ(preset(9)->text().at(3).unicode(), 0x2F8F);
     EXPECT_EQ(preset(10)->text().at(0).unicode(), 0x2F08);
 }
 
@@ -137,37 +131,26 @@ TEST_F(EqualizerPageTest, SoundBlockIsTakenFromTheDevicesImageAfterEachWrite) {
     EXPECT_EQ(device.sound.room, 2);
 }
 
-TEST_F(EqualizerPageTest, PresetIsMarkedShownAndSentOnce) {
+TEST_F(EqualizerPageTest, PresetIsMarkedShownAndSentOnceAndResetGoesBackToIt) {
     start(true);
     setAll(7);
-    recorder.calls.clear();
-    preset(5)->click();
-    EXPECT_THAT(recorder.calls, ElementsAre(kWrite));
-    const std::vector<int> expected{11, 8, 4, 5, -3, 3, 8, -5, 3, 6};
-    EXPECT_EQ(gains(), expected);
-    expectShown(expected);
+    const auto expectOneWrite = [this](QPushButton *button, const std::vector<int> &expected) {
+        recorder.calls.clear();
+        button->click();
+        EXPECT_THAT(recorder.calls, ElementsAre(kWrite));
+        EXPECT_EQ(std::vector<int>(device.extension.gain, device.extension.gain + 10), expected);
+        expectShown(expected);
+    };
+    expectOneWrite(form.pushButton_26, std::vector<int>(10, 0)); // no preset yet
+    expectOneWrite(preset(5), {11, 8, 4, 5, -3, 3, 8, -5, 3, 6});
     EXPECT_EQ(form.jhq_lab_20->text(), "使命召唤");
-    preset(9)->click();
+    expectOneWrite(preset(9), {5, 6, 3, -2, -1, -1, 2, 4, 5, 3});
     for (int i = 0; i < 12; ++i)
         EXPECT_TRUE(preset(i)->styleSheet().contains(i == 9 ? "background: rgba(110,110,110,1);"
                                                             : "background: rgba(0,0,0,1);"))
             << i << preset(i)->styleSheet().toStdString();
-    expectShown({5, 6, 3, -2, -1, -1, 2, 4, 5, 3});
-}
-
-TEST_F(EqualizerPageTest, ResetGoesBackToTheLastPresetOrFlat) {
-    start(true);
     setAll(35);
-    recorder.calls.clear();
-    form.pushButton_26->click();
-    EXPECT_THAT(recorder.calls, ElementsAre(kWrite));
-    expectShown(std::vector<int>(10, 0));
-
-    preset(3)->click();
-    setAll(35);
-    form.pushButton_26->click();
-    expectShown({-4, 1, -5, -5, -5, 4, 9, 7, -5, -6});
-    EXPECT_EQ(gains(), (std::vector<int>{-4, 1, -5, -5, -5, 4, 9, 7, -5, -6}));
+    expectOneWrite(form.pushButton_26, {5, 6, 3, -2, -1, -1, 2, 4, 5, 3});
 }
 
 TEST_F(EqualizerPageTest, WhileOffOnlySlidersDoAnything) {
@@ -188,8 +171,6 @@ TEST_F(EqualizerPageTest, WhileOffOnlySlidersDoAnything) {
     EXPECT_EQ(fileBytes(), file);
     EXPECT_EQ(items(), QStringList("kept"));
     expectShown(std::vector<int>(10, 13));
-    EXPECT_FALSE(preset(0)->isEnabled());
-    EXPECT_FALSE(names().isEnabled());
 }
 
 TEST_F(EqualizerPageTest, CurvesAreSavedChosenAndDeleted) {
@@ -248,26 +229,13 @@ TEST_F(EqualizerPageTest, EleventhCurveIsRefusedInABox) {
         names().setEditText(QString::number(i));
         form.pushButton_25->click();
     }
-    const QByteArray store = storeBytes(), file = fileBytes();
+    const QByteArray store = storeBytes();
     names().setEditText("eleven");
     BoxAnswerer answerer(0);
     form.pushButton_25->click();
     EXPECT_EQ(answerer.box().text, L"too many EQ info to save");
-    EXPECT_EQ(answerer.box().owner, nullptr);
     EXPECT_EQ(storeBytes(), store);
-    EXPECT_EQ(fileBytes(), file);
     EXPECT_EQ(names().count(), 10);
-}
-
-TEST_F(EqualizerPageTest, StoredCurvesFillTheBox) {
-    const auto nothing = [](const EqCurveStore &) {};
-    for (const char16_t *name : {u"a", u"\uFEFFb", u"业\r\n"})
-        EqCurves::save(device.curves, name, {}, nothing);
-    device.curves.current = 1;
-    start(true);
-    EXPECT_EQ(items(), (QStringList{"a", QString(QChar(0xFEFF)) + "b", "业\r\n"}));
-    EXPECT_EQ(names().currentIndex(), 1);
-    EXPECT_EQ(recorder.writes[3], 0);
 }
 
 // Typing a name must neither complete to another, nor add an item, nor load a curve over the gains to be
@@ -275,7 +243,7 @@ TEST_F(EqualizerPageTest, StoredCurvesFillTheBox) {
 TEST_F(EqualizerPageTest, TypedNamesStayWhatTheyAre) {
     start(true);
     window.show();
-    window.findChild<QStackedWidget *>("stackedWidget")->setCurrentIndex(2);
+    form.stackedWidget->setCurrentIndex(2);
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
     names().setEditText("Alpha");
     form.pushButton_25->click();
@@ -283,38 +251,20 @@ TEST_F(EqualizerPageTest, TypedNamesStayWhatTheyAre) {
     recorder.calls.clear();
 
     QLineEdit &edit = *names().lineEdit();
-    edit.setFocus();
-    edit.selectAll();
-    QTest::keyClicks(&edit, "al");
-    EXPECT_EQ(names().currentText(), "al");
-    QTest::keyClick(&edit, Qt::Key_Return);
+    const auto type = [&edit](const QString &text) {
+        edit.setFocus();
+        edit.selectAll();
+        QTest::keyClicks(&edit, text);
+        QTest::keyClick(&edit, Qt::Key_Return);
+        return edit.text();
+    };
+    EXPECT_EQ(type("al"), "al");
     EXPECT_EQ(items(), QStringList("Alpha"));
-    edit.selectAll();
-    QTest::keyClicks(&edit, QString(40, 'x'));
-    EXPECT_EQ(names().currentText(), QString(31, 'x'));
-
+    EXPECT_EQ(type(QString(40, 'x')), QString(31, 'x'));
     names().setCurrentIndex(-1);
     edit.setText("Alpha");
     form.pushButton_26->setFocus();
     EXPECT_THAT(recorder.calls, IsEmpty());
     form.pushButton_25->click();
     EXPECT_THAT(device.curves.curve[0].gain, Each(10));
-
-    setAll(20);
-    edit.setFocus();
-    edit.setText("Alpha");
-    QTest::keyClick(&edit, Qt::Key_Return);
-    expectShown(std::vector<int>(10, 10));
-}
-
-TEST_F(EqualizerPageTest, RetranslationKeepsGainsAndTexts) {
-    start(true);
-    preset(10)->click();
-    recorder.calls.clear();
-    form.retranslateUi(&window);
-    page->retranslated();
-    expectShown({-3, -2, -1, 0, 2, 3, 2, 1, 0, 1});
-    EXPECT_EQ(preset(10)->text().size(), 4);
-    EXPECT_EQ(form.jhq_lab_20->text(), preset(10)->text());
-    EXPECT_THAT(recorder.calls, IsEmpty());
 }
