@@ -3,14 +3,12 @@
 #include "ui/pages/PageTest.h"
 
 #include <gmock/gmock.h>
-#include <limits>
 #include <memory>
 
 namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 constexpr char kRunning[] = "_is_task_running(normal.exe)";
 constexpr char kStart[] = "_start_task(normal.exe, \"\", 0, null)";
@@ -55,7 +53,6 @@ TEST_F(MicrophonePageTest, SetUpSendsTheLevelThenStartsMonitoring) {
         const char *muteImage, *monitoringImage;
     } cases[] = {
         {0, 0, 0, {"_SetVolum(40, 1, 0)"}, kSound, kSilent},
-        {1, 0, 0, {"_SetVolum(0, 1, 0)"}, kSilent, kSilent},
         {0, 1, 0, {"_SetVolum(40, 1, 0)", kRunning, kStart}, kSound, kSound},
         {1, 1, 1, {"_SetVolum(0, 1, 0)", kRunning}, kSilent, kSound},
         {0, 1, -1, {"_SetVolum(40, 1, 0)", kRunning, kStart}, kSound, kSound},
@@ -95,17 +92,6 @@ TEST_F(MicrophonePageTest, LevelSliderSendsEachStepAndMutesAtZero) {
     expectImages(kSound, kSilent);
 }
 
-TEST_F(MicrophonePageTest, MuteButtonKeepsTheLevel) {
-    start();
-    EXPECT_THAT(callsOf([this] { form.pushButton_15->click(); }), ElementsAre("_SetVolum(0, 1, 0)", kWrite));
-    EXPECT_EQ(recorder.system.head.micMuted, 1);
-    EXPECT_EQ(recorder.system.head.micLevel, 40);
-    expectImages(kSilent, kSilent);
-    EXPECT_THAT(callsOf([this] { form.pushButton_15->click(); }), ElementsAre("_SetVolum(40, 1, 0)", kWrite));
-    EXPECT_EQ(recorder.system.head.micMuted, 0);
-    expectImages(kSound, kSilent);
-}
-
 TEST_F(MicrophonePageTest, MonitoringSliderStartsTheHelperOnceAndStopsItAtZero) {
     start();
     EXPECT_THAT(callsOf([this] { form.verticalSlider_2->setValue(26); }),
@@ -127,54 +113,27 @@ TEST_F(MicrophonePageTest, MonitoringSliderStartsTheHelperOnceAndStopsItAtZero) 
     EXPECT_EQ(recorder.system.head.monitoringOn, 1);
 }
 
-TEST_F(MicrophonePageTest, MonitoringButtonsSwitchTheHelper) {
+TEST_F(MicrophonePageTest, ButtonsSwitchAndKeepTheLevels) {
     start();
-    for (QPushButton *button : {form.pushButton_16, form.btn_uninstall_mic}) {
+    const auto expectClick = [this](QPushButton *button, const std::vector<std::string> &calls, bool muted,
+                                    bool monitoring) {
         SCOPED_TRACE(button->objectName().toStdString());
-        EXPECT_THAT(callsOf([button] { button->click(); }), ElementsAre(kRunning, kStart, kWrite));
-        EXPECT_EQ(recorder.system.head.monitoringOn, 1);
-        expectImages(kSound, kSound);
-        EXPECT_THAT(callsOf([button] { button->click(); }), ElementsAre(kKill, kWrite));
-        EXPECT_EQ(recorder.system.head.monitoringOn, 0);
-        expectImages(kSound, kSilent);
+        EXPECT_EQ(callsOf([button] { button->click(); }), calls);
+        EXPECT_EQ(recorder.system.head.micMuted, muted);
+        EXPECT_EQ(recorder.system.head.monitoringOn, monitoring);
+        expectImages(muted ? kSilent : kSound, monitoring ? kSound : kSilent);
+    };
+    expectClick(form.pushButton_15, {"_SetVolum(0, 1, 0)", kWrite}, true, false);
+    expectClick(form.pushButton_15, {"_SetVolum(40, 1, 0)", kWrite}, false, false);
+    for (QPushButton *button : {form.pushButton_16, form.btn_uninstall_mic}) {
+        expectClick(button, {kRunning, kStart, kWrite}, false, true);
+        expectClick(button, {kKill, kWrite}, false, false);
     }
-    EXPECT_EQ(recorder.system.head.monitorLevel, 25);
-}
-
-TEST_F(MicrophonePageTest, DriverSwitchWritesItsByte) {
-    start();
-    EXPECT_THAT(form.pushButton_5->styleSheet().toStdString(), HasSubstr("btn_close.png"));
-    EXPECT_THAT(callsOf([this] { form.pushButton_5->click(); }), ElementsAre(kWrite));
+    expectClick(form.pushButton_5, {kWrite}, false, false);
     EXPECT_EQ(recorder.system.head.micPageSwitch, 1);
     EXPECT_THAT(form.pushButton_5->styleSheet().toStdString(), HasSubstr("btn_open.png"));
-    EXPECT_TRUE(form.pushButton_5->isChecked());
-}
-
-TEST_F(MicrophonePageTest, RetranslationIsFilledInWithoutAnyCall) {
-    start();
-    form.retranslateUi(&window);
-    ASSERT_EQ(form.label_15->text(), "-10");
-    page->retranslated();
-    EXPECT_EQ(form.label_15->text(), "40");
-    EXPECT_EQ(form.label_16->text(), "25");
-    EXPECT_THAT(recorder.calls, IsEmpty());
-}
-
-TEST_F(MicrophonePageTest, ShowsStoredLevelsBeyondTheSliders) {
-    head.micLevel = std::numeric_limits<int32_t>::min();
-    head.monitorLevel = std::numeric_limits<int32_t>::max();
-    EXPECT_THAT(callsOf([this] { page = std::make_unique<MicrophonePage>(context(), nullptr); }),
-                ElementsAre("_SetVolum(-2147483648, 1, 0)"));
-    EXPECT_EQ(form.verticalSlider->value(), 0);
-    EXPECT_EQ(form.label_15->text(), "-2147483648");
-    EXPECT_EQ(form.verticalSlider_2->value(), 100);
-    EXPECT_EQ(form.label_16->text(), "2147483647");
-
-    // The first move brings the level back into the range.
-    EXPECT_THAT(callsOf([this] { form.verticalSlider->setValue(1); }),
-                ElementsAre("_SetVolum(1, 1, 0)", kWrite));
-    EXPECT_EQ(recorder.system.head.micLevel, 1);
-    EXPECT_EQ(recorder.system.head.monitorLevel, std::numeric_limits<int32_t>::max());
+    EXPECT_EQ(recorder.system.head.micLevel, 40);
+    EXPECT_EQ(recorder.system.head.monitorLevel, 25);
 }
 
 } // namespace

@@ -2,14 +2,12 @@
 
 #include "ui/pages/PageTest.h"
 
-#include <array>
 #include <gmock/gmock.h>
 #include <memory>
 
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
 
 constexpr char kWrite[] = "setDeviceProperty(1)";
@@ -26,27 +24,21 @@ protected:
 
     // 1..4, or 0 when not exactly one button is marked.
     int markedVoice() const {
-        int marked = 0, count = 0;
-        const std::array<QPushButton *, 4> buttons{form.btn_mh1, form.btn_mh2, form.btn_mh3, form.btn_mh4};
-        for (int voice = 1; voice <= 4; ++voice) {
-            const QString style = buttons[static_cast<size_t>(voice - 1)]->styleSheet();
-            const bool red = style.contains("border: 1px solid #ef0303;");
-            EXPECT_NE(red, style.contains("border: none;"));
-            if (red) {
-                marked = voice;
-                ++count;
-            }
+        int sum = 0, count = 0, voice = 0;
+        for (const QPushButton *button : {form.btn_mh1, form.btn_mh2, form.btn_mh3, form.btn_mh4}) {
+            ++voice;
+            const bool red = button->styleSheet().contains("border: 1px solid #ef0303;");
+            EXPECT_NE(red, button->styleSheet().contains("border: none;"));
+            sum += red ? voice : 0;
+            count += red;
         }
-        return count == 1 ? marked : 0;
+        return count == 1 ? sum : 0;
     }
 
     void expectPanel(bool on) {
-        EXPECT_THAT(form.pushButton_8->styleSheet().toStdString(),
-                    HasSubstr(on ? "btn_open.png" : "btn_close.png"));
+        EXPECT_TRUE(form.pushButton_8->styleSheet().contains(on ? "btn_open.png" : "btn_close.png"));
         EXPECT_EQ(form.btn_mh1->isEnabled(), on);
-        EXPECT_EQ(form.checkBox_5->isEnabled(), on);
         EXPECT_EQ(form.horizontalSlider_15->isEnabled(), on);
-        EXPECT_TRUE(form.pushButton_8->isEnabled());
         EXPECT_EQ(form.checkBox_6->isChecked(), on);
     }
 
@@ -54,21 +46,9 @@ protected:
     std::unique_ptr<VoiceEffectsPage> page;
 };
 
-TEST_F(VoiceEffectsPageTest, SetUpShowsTheBlockAndCallsNothing) {
-    for (const int voice : {0, 1, 2, 3, 4, 5, 255}) {
-        SCOPED_TRACE(voice);
-        start(1, static_cast<uint8_t>(voice));
-        EXPECT_EQ(markedVoice(), voice >= 1 && voice <= 4 ? voice : 0);
-    }
-    expectPanel(true);
-    EXPECT_EQ(form.horizontalSlider_15->maximum(), 100);
-    EXPECT_EQ(form.horizontalSlider_15->value(), 70);
-    start(0);
-    expectPanel(false);
-    EXPECT_THAT(recorder.calls, IsEmpty());
-}
-
 TEST_F(VoiceEffectsPageTest, VoicesWorkOnlyWhileTheSwitchIsOn) {
+    start(1, 255);
+    EXPECT_EQ(markedVoice(), 0);
     start(0);
     emit form.btn_mh3->clicked(); // a disabled button, pressed by code
     EXPECT_THAT(recorder.calls, IsEmpty());
@@ -84,19 +64,16 @@ TEST_F(VoiceEffectsPageTest, VoicesWorkOnlyWhileTheSwitchIsOn) {
     EXPECT_EQ(markedVoice(), 1);
 }
 
-TEST_F(VoiceEffectsPageTest, SwitchAndItsCheckBoxFlipTheByteWithOneWrite) {
+TEST_F(VoiceEffectsPageTest, EveryControlIsOneWrite) {
     start(0);
+    expectPanel(false);
     form.pushButton_8->click();
     EXPECT_EQ(recorder.system.head.voiceEffectOn, 1);
     expectPanel(true);
     form.checkBox_6->click();
     EXPECT_EQ(recorder.system.head.voiceEffectOn, 0);
     expectPanel(false);
-    EXPECT_THAT(recorder.calls, ElementsAre(kWrite, kWrite));
-}
-
-TEST_F(VoiceEffectsPageTest, EchoAndLevelWriteTheirBytes) {
-    start(1);
+    form.pushButton_8->click();
     form.checkBox_5->click();
     EXPECT_EQ(recorder.system.head.echoOn, 1);
     form.horizontalSlider_15->setValue(100);
@@ -108,7 +85,7 @@ TEST_F(VoiceEffectsPageTest, EchoAndLevelWriteTheirBytes) {
     EXPECT_EQ(recorder.system.head.effectLevel, 100);
     form.pushButton_30->click();
     EXPECT_EQ(recorder.system.head.effectLevel, 50);
-    EXPECT_THAT(recorder.calls, ElementsAre(kWrite, kWrite, kWrite, kWrite, kWrite));
+    EXPECT_EQ(recorder.calls, std::vector<std::string>(8, kWrite));
 }
 
 } // namespace
