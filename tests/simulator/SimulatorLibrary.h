@@ -1,67 +1,56 @@
 // The simulated device-control library as the panel sees it: loaded from beside the executable, its entry
-// points by name. Also the registry key and the journal that stand behind it.
+// points by name.
 #pragma once
 
 #include "device/DeviceApi.h"
 
-#include <gtest/gtest.h>
+#include <stdexcept>
 #include <string>
-#include <vector>
 #include <windows.h>
-
-class SimulatorLibrary {
-public:
-    SimulatorLibrary();
-    ~SimulatorLibrary();
-    SimulatorLibrary(const SimulatorLibrary &) = delete;
-    SimulatorLibrary &operator=(const SimulatorLibrary &) = delete;
-
-    HMODULE module() const { return module_; }
-
-    int32_t (*init)(uint32_t);
-    int32_t (*getDeviceCount)(uint32_t);
-    int32_t (*getDeviceInfo)(int32_t, void *, uint32_t);
-    int32_t (*setDeviceProperty)(void *, int32_t, void *, uint32_t);
-    int32_t (*releaseDeviceInfo)(void *, uint32_t);
-    int32_t (*execUsbEncrypt)(uint32_t, uint32_t *, uint32_t *, uint32_t *, uint32_t *);
-    int32_t (*hidTransData)(uint32_t, uint32_t, uint32_t, uint32_t, uint32_t, const uint8_t *, uint8_t *);
-    int32_t (*startTask)(const wchar_t *, const wchar_t *, int32_t, const wchar_t *);
-    int32_t (*killTask)(const wchar_t *);
-    int32_t (*isTaskRunning)(const wchar_t *);
-    int32_t (*getVolum)(int32_t, int32_t);
-    int32_t (*setVolum)(int32_t, int32_t, int32_t);
-    int32_t (*setMasterMute)(int32_t, int32_t);
-    int32_t (*isAlreadyRun)(const wchar_t *);
-    int32_t (*isRunningAsAdmin)();
-    int32_t (*restartAsAdmin)();
-
-private:
-    template<typename Function>
-    void resolve(Function &function, const char *name);
-
-    HMODULE module_;
-};
 
 constexpr uint32_t kKey = DeviceApi::kAccessKey;
 
-// A fresh simulator for each test: an empty registry key and a journal of its own.
-class SimulatorTest : public testing::Test {
-protected:
-    SimulatorTest();
-    ~SimulatorTest() override;
+class SimulatorLibrary {
+    // The address of an entry point, for a pointer to a function of any type.
+    struct Entry {
+        FARPROC address;
+        template<typename Function>
+        operator Function *() const {
+            return reinterpret_cast<Function *>(reinterpret_cast<void *>(address));
+        }
+    };
 
-    void setKnob(const wchar_t *name, uint32_t value);
-    void setText(const wchar_t *name, const std::wstring &text);
-    void setBytes(const wchar_t *name, const std::vector<uint8_t> &bytes);
-    std::vector<uint8_t> storedBytes(const wchar_t *name);
+    Entry entry(const char *name) const {
+        const FARPROC address = GetProcAddress(module_, name);
+        if (!address)
+            throw std::runtime_error(std::string("no entry point ") + name);
+        return {address};
+    }
 
-    // Lines of the journal, without time, process and thread, and without line ends.
-    std::vector<std::string> journal();
-    std::string lastLine();
-    std::wstring journalPath() const { return folder_ + L"\\journal.txt"; }
+    const HMODULE module_ = LoadLibraryW(L"qor_ecd_api.dll");
 
-    std::wstring folder_; // an existing empty folder of the test's own
+public:
+    SimulatorLibrary() = default;
+    ~SimulatorLibrary() { FreeLibrary(module_); }
+    SimulatorLibrary(const SimulatorLibrary &) = delete;
+    SimulatorLibrary &operator=(const SimulatorLibrary &) = delete;
+
+    int32_t (*init)(uint32_t) = entry("init");
+    int32_t (*getDeviceCount)(uint32_t) = entry("getDeviceCount");
+    int32_t (*getDeviceInfo)(int32_t, void *, uint32_t) = entry("getDeviceInfo");
+    int32_t (*setDeviceProperty)(void *, int32_t, void *, uint32_t) = entry("setDeviceProperty");
+    int32_t (*releaseDeviceInfo)(void *, uint32_t) = entry("releaseDeviceInfo");
+    int32_t (*execUsbEncrypt)(uint32_t, uint32_t *, uint32_t *, uint32_t *,
+                              uint32_t *) = entry("_exec_usb_encrypt");
+    int32_t (*hidTransData)(uint32_t, uint32_t, uint32_t, uint32_t, uint32_t, const uint8_t *,
+                            uint8_t *) = entry("_hid_trans_data");
+    int32_t (*startTask)(const wchar_t *, const wchar_t *, int32_t, const wchar_t *) = entry("_start_task");
+    int32_t (*killTask)(const wchar_t *) = entry("_kill_task");
+    int32_t (*isTaskRunning)(const wchar_t *) = entry("_is_task_running");
+    int32_t (*getVolum)(int32_t, int32_t) = entry("_getVolum");
+    int32_t (*setVolum)(int32_t, int32_t, int32_t) = entry("_SetVolum");
+    int32_t (*setMasterMute)(int32_t, int32_t) = entry("_SetMasterMute");
+    int32_t (*isAlreadyRun)(const wchar_t *) = entry("_IsAlreadyRun");
+    int32_t (*isRunningAsAdmin)() = entry("_IsRunningAsAdmin");
+    int32_t (*restartAsAdmin)() = entry("_RestartAsAdmin");
 };
-
-std::string readFile(const std::wstring &path);
-void writeFile(const std::wstring &path, const std::string &bytes);
