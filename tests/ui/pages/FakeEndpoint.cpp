@@ -8,8 +8,6 @@ using Microsoft::WRL::ComPtr;
 namespace fake_endpoint {
 
 HRESULT Volume::RegisterControlChangeNotify(IAudioEndpointVolumeCallback *notify) {
-    if (*fault == EndpointFault::Registration)
-        return E_OUTOFMEMORY;
     const std::lock_guard lock(lock_);
     callback_ = notify;
     ++registrations;
@@ -21,7 +19,7 @@ HRESULT Volume::UnregisterControlChangeNotify(IAudioEndpointVolumeCallback *noti
     if (!notify || callback_.Get() != notify)
         return E_INVALIDARG;
     callback_.Reset();
-    ++unregistrations;
+    --registrations;
     return S_OK;
 }
 
@@ -32,25 +30,25 @@ ComPtr<IAudioEndpointVolumeCallback> Volume::registered() {
 
 HRESULT Device::Activate(REFIID iid, DWORD, PROPVARIANT *, void **out) {
     *out = nullptr;
-    return *fault == EndpointFault::Activation ? E_FAIL : volume.QueryInterface(iid, out);
+    return volume.QueryInterface(iid, out);
 }
 
 HRESULT Enumerator::GetDefaultAudioEndpoint(EDataFlow flow, ERole role, IMMDevice **out) {
     *out = nullptr;
-    if (*fault == EndpointFault::DefaultDevice || flow != eRender || role != eConsole)
+    if (!hasDevice || flow != eRender || role != eConsole)
         return HRESULT_FROM_WIN32(ERROR_NOT_FOUND);
     return device.QueryInterface(__uuidof(IMMDevice), reinterpret_cast<void **>(out));
 }
 
 HRESULT Factory::CreateInstance(IUnknown *, REFIID iid, void **out) {
     *out = nullptr;
-    return *fault == EndpointFault::Enumerator ? E_OUTOFMEMORY : enumerator.QueryInterface(iid, out);
+    return enumerator.QueryInterface(iid, out);
 }
 
 } // namespace fake_endpoint
 
-FakeEndpoint::FakeEndpoint(EndpointFault fault) : fault_(fault) {
-    factory_.fault = factory_.enumerator.fault = factory_.enumerator.device.fault = volume().fault = &fault_;
+FakeEndpoint::FakeEndpoint(bool hasDevice) {
+    factory_.enumerator.hasDevice = hasDevice;
     if (FAILED(CoRegisterClassObject(__uuidof(MMDeviceEnumerator), &factory_, CLSCTX_INPROC_SERVER,
                                      REGCLS_MULTIPLEUSE, &cookie_)))
         throw std::runtime_error("cannot take the place of MMDeviceEnumerator");
@@ -69,10 +67,9 @@ void FakeEndpoint::notifyFromAudioThread(float level, bool muted) {
     std::thread([=] { notify(level, muted); }).join();
 }
 
-std::string FakeEndpoint::references() {
-    return "enumerator " + std::to_string(factory_.enumerator.references) + ", device " +
-           std::to_string(factory_.enumerator.device.references) + ", volume " +
-           std::to_string(volume().references);
+long FakeEndpoint::references() const {
+    const fake_endpoint::Enumerator &enumerator = factory_.enumerator;
+    return enumerator.references + enumerator.device.references + enumerator.device.volume.references;
 }
 
 bool notifyCallback(IAudioEndpointVolumeCallback *callback, float level, bool muted) {

@@ -4,14 +4,10 @@
 #pragma once
 
 #include <mutex>
-#include <string>
 #include <wrl/client.h>
 
 #include <endpointvolume.h>
 #include <mmdeviceapi.h>
-
-// Which step of reaching the endpoint fails.
-enum class EndpointFault { None, Enumerator, DefaultDevice, Activation, Registration };
 
 namespace fake_endpoint {
 
@@ -56,9 +52,7 @@ public:
 
     Microsoft::WRL::ComPtr<IAudioEndpointVolumeCallback> registered();
 
-    EndpointFault *fault = nullptr;
-    int registrations = 0;
-    int unregistrations = 0; // of what was registered
+    int registrations = 0; // that were not taken back
 
 private:
     std::mutex lock_; // notifications come from any thread
@@ -73,7 +67,6 @@ public:
     HRESULT STDMETHODCALLTYPE GetId(LPWSTR *) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetState(DWORD *) override { return E_NOTIMPL; }
 
-    EndpointFault *fault = nullptr;
     Volume volume;
 };
 
@@ -91,7 +84,7 @@ public:
         return E_NOTIMPL;
     }
 
-    EndpointFault *fault = nullptr;
+    bool hasDevice = true;
     Device device;
 };
 
@@ -100,7 +93,6 @@ public:
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown *outer, REFIID iid, void **out) override;
     HRESULT STDMETHODCALLTYPE LockServer(WINBOOL) override { return S_OK; }
 
-    EndpointFault *fault = nullptr;
     Enumerator enumerator;
 };
 
@@ -108,7 +100,7 @@ public:
 
 class FakeEndpoint {
 public:
-    explicit FakeEndpoint(EndpointFault fault = EndpointFault::None);
+    explicit FakeEndpoint(bool hasDevice = true);
     ~FakeEndpoint();
     FakeEndpoint(const FakeEndpoint &) = delete;
     FakeEndpoint &operator=(const FakeEndpoint &) = delete;
@@ -119,15 +111,13 @@ public:
 
     Microsoft::WRL::ComPtr<IAudioEndpointVolumeCallback> callback() { return volume().registered(); }
     int registrations() { return volume().registrations; }
-    int unregistrations() { return volume().unregistrations; }
 
-    // References held by others: "enumerator 1, device 0, volume 1".
-    std::string references();
+    // Held by others, of all objects together.
+    long references() const;
 
 private:
     fake_endpoint::Volume &volume() { return factory_.enumerator.device.volume; }
 
-    EndpointFault fault_;
     fake_endpoint::Factory factory_;
     DWORD cookie_ = 0;
 };
