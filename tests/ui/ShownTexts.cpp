@@ -1,12 +1,10 @@
 #include "ui/ShownTexts.h"
 
-#include <optional>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QRegularExpression>
 #include <QStyle>
 #include <QStyleOption>
 #include <QTextDocument>
@@ -30,11 +28,7 @@ QString plain(const QString &text) {
     return document.toPlainText();
 }
 
-// What is left for the text inside the control's frame, indicator and icon.
-QSize roomInLabel(const QLabel &label) {
-    return label.contentsRect().size() - QSize(2 * label.margin(), 2 * label.margin());
-}
-
+// What is left for the text inside the frame, indicator and icon.
 QSize roomInButton(const QAbstractButton &button) {
     QStyleOptionButton option;
     option.initFrom(&button);
@@ -62,29 +56,24 @@ QSize roomInList(const QComboBox &box) {
         .size();
 }
 
-QSize needed(const QWidget &widget, const QString &text, bool wraps, int width) {
+// A line when the text needs more than the room; empty when it fits.
+QString fault(const QWidget &widget, const QString &rawText, QSize room, bool wraps) {
     // Test machines have no medium face and smear the normal one, which makes it wider.
     QFont font = widget.font();
     if (font.weight() < QFont::Bold)
         font.setWeight(QFont::Normal);
-    const int flags = wraps ? Qt::TextWordWrap : 0;
-    return QFontMetrics(font, const_cast<QWidget *>(&widget))
-        .boundingRect(QRect(0, 0, wraps ? width : 10000, 10000), flags, text)
-        .size();
-}
-
-std::optional<QString> fault(const QWidget &widget, const QString &rawText, QSize room, bool wraps) {
     const QString text = plain(rawText);
-    const QSize size = needed(widget, text, wraps, room.width());
+    const QSize size = QFontMetrics(font, const_cast<QWidget *>(&widget))
+                           .boundingRect(QRect(0, 0, wraps ? room.width() : 10000, 10000),
+                                         wraps ? Qt::TextWordWrap : 0, text)
+                           .size();
     const bool severalLines = wraps || text.contains(QLatin1Char('\n'));
     if (text.isEmpty() || (size.width() <= room.width() && (!severalLines || size.height() <= room.height())))
-        return std::nullopt;
-    return QStringLiteral("%1 \"%2\" needs %3 x %4, has %5 x %6")
+        return {};
+    return QStringLiteral("%1 \"%2\" needs %3 x %4")
         .arg(widget.objectName(), text)
         .arg(size.width())
-        .arg(size.height())
-        .arg(room.width())
-        .arg(room.height());
+        .arg(size.height());
 }
 
 } // namespace
@@ -111,28 +100,19 @@ QStringList all(const QWidget &window) {
 
 QStringList clipped(const QWidget &window) {
     QStringList lines;
-    const auto check = [&lines](const QWidget &widget, const QString &text, QSize room, bool wraps = false) {
-        if (const std::optional<QString> line = fault(widget, text, room, wraps))
-            lines += *line;
-    };
     for (const QWidget *widget : window.findChildren<QWidget *>()) {
         if (!widget->isVisible())
             continue;
         if (const auto *label = qobject_cast<const QLabel *>(widget))
-            check(*label, label->text(), roomInLabel(*label), label->wordWrap());
+            lines += fault(*label, label->text(), label->contentsRect().size(), label->wordWrap());
         else if (const auto *button = qobject_cast<const QAbstractButton *>(widget))
-            check(*button, button->text(), roomInButton(*button));
+            lines += fault(*button, button->text(), roomInButton(*button), false);
         else if (const auto *box = qobject_cast<const QComboBox *>(widget))
             for (const QString &entry : listEntries(*box))
-                check(*box, entry, roomInList(*box));
+                lines += fault(*box, entry, roomInList(*box), false);
     }
+    lines.removeAll(QString());
     return lines;
-}
-
-bool hasChinese(const QString &text) {
-    static const QRegularExpression chinese(
-        QStringLiteral("[\\x{2e80}-\\x{9fff}\\x{f900}-\\x{faff}\\x{ff00}-\\x{ffef}]"));
-    return text.contains(chinese);
 }
 
 } // namespace ShownTexts

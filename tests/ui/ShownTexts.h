@@ -14,6 +14,4 @@ QStringList all(const QWidget &window);
 // One line per visible text that its control is too small for, measured in the control's font.
 QStringList clipped(const QWidget &window);
 
-bool hasChinese(const QString &text);
-
 } // namespace ShownTexts
