@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -23,11 +24,7 @@ protected:
         fs::create_directories(folder);
         file = folder / L"eqs.bin";
     }
-    ~EqCurveFileTest() override {
-        SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_NORMAL);
-        std::error_code ignored;
-        fs::remove_all(folder, ignored);
-    }
+    ~EqCurveFileTest() override { fs::remove_all(folder); }
 
     void put(const std::vector<char> &bytes) const {
         std::ofstream(file, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
@@ -56,17 +53,12 @@ std::vector<char> imageOf(const EqCurveStore &store) {
     return image;
 }
 
-// Two curves, the first of a name with the bytes 1A (end of a text file) and 0D 0A (a line's end in one).
+// The first of two names has the bytes 1A (end of a text file) and 0D 0A (a line's end in one).
 EqCurveStore twoCurves() {
-    EqCurveStore store{};
-    store.count = 2;
-    store.current = 1;
-    const char16_t names[2][4] = {u"业\x0A0D电", u"B"};
-    for (int i = 0; i < 2; ++i) {
-        std::memcpy(store.curve[i].name, names[i], sizeof names[i]);
-        for (int band = 0; band < 10; ++band)
-            store.curve[i].gain[band] = static_cast<int8_t>(10 * i + band - 13);
-    }
+    EqCurveStore store{2, 1, {}};
+    std::memcpy(store.curve[0].name, u"业\x0A0D电", 8);
+    std::memcpy(store.curve[1].name, u"B", 4);
+    std::memset(store.curve[1].gain, 0xEC, 10);
     return store;
 }
 
@@ -80,7 +72,8 @@ TEST_F(EqCurveFileTest, MissingFileAndFolderAreMade) {
 
 TEST_F(EqCurveFileTest, SavedCurvesComeBackWhole) {
     const EqCurveStore store = twoCurves();
-    put(std::vector<char>(900, 'x')); // a longer file leaves no tail
+    put(std::vector<char>(900, 'x'));                                   // a longer file leaves no tail
+    std::ofstream(folder / L"eqs.bin.new", std::ios::binary) << "half"; // of an interrupted save
     EqCurveFile::save(file.wstring(), store);
     EXPECT_EQ(bytes(), imageOf(store));
     EXPECT_EQ(filesInFolder(), 1U);
@@ -90,21 +83,18 @@ TEST_F(EqCurveFileTest, SavedCurvesComeBackWhole) {
 
 // Files of another size are read as text: up to 748 bytes, up to a 1A, with 0D 0A as one byte.
 TEST_F(EqCurveFileTest, OtherSizesAreReadAsText) {
-    struct Row {
+    std::vector<char> longer(1000, 'y');
+    std::fill_n(longer.begin(), 8, '\0');
+    const struct {
         std::vector<char> content;
         std::vector<char> read; // the rest stays zero
-    };
-    std::vector<char> longer(1000, 'y');
-    longer[0] = 3, longer[1] = longer[2] = longer[3] = 0;
-    longer[4] = longer[5] = longer[6] = longer[7] = 0;
-    const Row rows[] = {
+    } rows[] = {
         {{}, {}},
-        {{1, 0, 0, 0, 0, 0, 0, 0, 'A'}, {1, 0, 0, 0, 0, 0, 0, 0, 'A'}},
         {{1, 0, 0, 0, 0, 0, 0, 0, 'A', 0x0D, 0x0A, 'B'}, {1, 0, 0, 0, 0, 0, 0, 0, 'A', 0x0A, 'B'}},
         {{1, 0, 0, 0, 0, 0, 0, 0, 'A', 0x1A, 'B'}, {1, 0, 0, 0, 0, 0, 0, 0, 'A'}},
         {longer, {longer.begin(), longer.begin() + 748}},
     };
-    for (const Row &row : rows) {
+    for (const auto &row : rows) {
         SCOPED_TRACE(testing::Message() << row.content.size() << " bytes");
         put(row.content);
         std::vector<char> expected = row.read;
@@ -116,52 +106,8 @@ TEST_F(EqCurveFileTest, OtherSizesAreReadAsText) {
 
 TEST_F(EqCurveFileTest, WildNumbersAreClamped) {
     EqCurveStore wild = twoCurves();
-    for (const int32_t number : {-1, 11, 1000000000, INT32_MIN}) {
-        wild.count = wild.current = number;
-        put(imageOf(wild));
-        const EqCurveStore store = loaded();
-        EXPECT_EQ(store.count, number < 0 ? 0 : 10);
-        EXPECT_EQ(store.current, number < 0 ? 0 : 9);
-        EXPECT_EQ(std::memcmp(store.curve, wild.curve, sizeof wild.curve), 0);
-    }
-}
-
-// Nothing to save into: the old state stays, nothing is left behind, nothing hangs.
-TEST_F(EqCurveFileTest, FolderInPlaceOfTheFile) {
-    fs::create_directory(file);
-    EXPECT_EQ(imageOf(loaded()), std::vector<char>(748));
-    EqCurveFile::save(file.wstring(), twoCurves());
-    EXPECT_TRUE(fs::is_directory(file));
-    EXPECT_EQ(filesInFolder(), 1U);
-}
-
-TEST_F(EqCurveFileTest, ReadOnlyFileIsReadAndKept) {
-    EqCurveStore old = twoCurves();
-    old.current = 0;
-    put(imageOf(old));
-    SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_READONLY);
-    EXPECT_EQ(imageOf(loaded()), imageOf(old));
-    EqCurveFile::save(file.wstring(), twoCurves());
-    EXPECT_EQ(bytes(), imageOf(old));
-    EXPECT_EQ(filesInFolder(), 1U);
-}
-
-// The second file cannot be made: the first is written in place.
-TEST_F(EqCurveFileTest, WithoutASecondFileTheFirstIsWrittenInPlace) {
-    put(std::vector<char>(748, 'o'));
-    fs::create_directory(folder / L"eqs.bin.new");
-    EqCurveFile::save(file.wstring(), twoCurves());
-    EXPECT_EQ(bytes(), imageOf(twoCurves()));
-}
-
-// What a process left that ended between writing the second file and putting it in place.
-TEST_F(EqCurveFileTest, LeftoverOfAnInterruptedSaveIsIgnoredAndReplaced) {
-    put(imageOf(twoCurves()));
-    std::ofstream(folder / L"eqs.bin.new", std::ios::binary) << "half";
-    EXPECT_EQ(imageOf(loaded()), imageOf(twoCurves()));
-    EqCurveStore next = twoCurves();
-    next.count = 1;
-    EqCurveFile::save(file.wstring(), next);
-    EXPECT_EQ(bytes(), imageOf(next));
-    EXPECT_EQ(filesInFolder(), 1U);
+    wild.count = wild.current = 1000000000;
+    put(imageOf(wild));
+    EXPECT_EQ(loaded().count, 10);
+    EXPECT_EQ(loaded().current, 9);
 }
