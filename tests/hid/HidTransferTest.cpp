@@ -80,33 +80,18 @@ TEST_F(HidTransferTest, LosesNoReportBetweenTimeOuts) {
     EXPECT_EQ(received, kReports);
 }
 
-TEST_F(HidTransferTest, DropsTheBacklogOfReports) {
-    for (uint8_t i = 0; i < 20; ++i)
-        hid.input(numbered(i));
-    Sleep(100);
-    int read = 0;
-    while (device.read(out.data(), kReportId, 50) != 0)
-        ++read;
-    EXPECT_LE(read, 2) << "the driver keeps two reports";
-    EXPECT_GE(out[0], 18) << "and these are the newest";
-}
-
-TEST_F(HidTransferTest, WritesTheReportIdAndTheData) {
-    const Report data = numbered(100, 65);
-    EXPECT_TRUE(device.write(data.data() + 1, kReportId, 0));
-    EXPECT_EQ(hid.nextReport(VHID_WRITE), data);
-}
-
-TEST_F(HidTransferTest, WriteWaitsForTheDeviceWithoutTimeOut) {
+TEST_F(HidTransferTest, WritesTheReportIdAndTheDataWithoutTimeOut) {
+    const Report data = numbered(100);
     hid.holdWrites(true);
     std::atomic<int> result{-1};
-    std::thread writer([&] { result = device.write(numbered(1).data() + 1, kReportId, 1); });
+    std::thread writer([&] { result = device.write(data.data() + 1, kReportId, 1); });
     Sleep(150);
     EXPECT_EQ(result, -1) << "returned before the device had taken the report";
     hid.holdWrites(false);
     writer.join();
     EXPECT_EQ(result, 1);
-    EXPECT_EQ(hid.nextReport(VHID_WRITE), numbered(1));
+    EXPECT_EQ(hid.nextReport(), data);
+    EXPECT_FALSE(device.write(data.data() + 1, 9, 0)) << "a report ID that the device does not have";
 }
 
 TEST_F(HidTransferTest, ReadsWhileAnotherObjectWrites) {
@@ -119,35 +104,75 @@ TEST_F(HidTransferTest, ReadsWhileAnotherObjectWrites) {
     });
     for (uint8_t i = 0; i < kReports; ++i) {
         hid.input(numbered(i));
-        ASSERT_EQ(device.read(out.data(), kReportId, kTimeoutMs), 65u) << int{i};
+        EXPECT_EQ(device.read(out.data(), kReportId, kTimeoutMs), 65u) << int{i};
         EXPECT_EQ(out[63], static_cast<uint8_t>(i + 63));
     }
     writer.join();
     for (uint8_t i = 0; i < kReports; ++i)
-        ASSERT_EQ(hid.nextReport(VHID_WRITE), numbered(i));
+        ASSERT_EQ(hid.nextReport(), numbered(i));
 }
 
 TEST_F(HidTransferTest, FeatureReports) {
+    using D = DescriptorBuilder;
     hid.unplugAll();
-    hid.setDescriptor(DescriptorBuilder()
-                          .values(DescriptorBuilder::Input, 0, 4)
-                          .values(DescriptorBuilder::Feature, 0, 16)
-                          .bytes());
-    hid.setFeature(numbered(30, 17));
+    hid.setDescriptor(D().values(D::Input, 0, 4).values(D::Feature, 0, 16).bytes());
     ASSERT_TRUE(device.openPath(hid.plug()));
     EXPECT_EQ(device.featureReportLength(), 17);
     EXPECT_EQ(device.outputReportLength(), 0);
     EXPECT_FALSE(device.write(out.data(), 0, 0)) << "there is no output report";
 
-    out.fill(kUntouched);
-    EXPECT_TRUE(device.getFeature(out.data(), 16));
-    EXPECT_EQ(out[0], kReportId);
-    EXPECT_EQ(out[15], 44);
-    EXPECT_EQ(out[16], kUntouched);
-
     const Report report = {0, 9, 8, 7, 6, 5, 4, 3, 2, 1, 0, 1, 2, 3, 4, 5, 6};
     EXPECT_TRUE(device.setFeature(report.data(), 17));
-    EXPECT_EQ(hid.nextReport(VHID_SET_FEATURE), Report(report.begin() + 1, report.end()));
+    const Report data(report.begin() + 1, report.end());
+    EXPECT_EQ(hid.nextReport(), data);
+    out.fill(kUntouched);
+    EXPECT_TRUE(device.getFeature(out.data(), 16));
+    EXPECT_EQ(Report(out.begin(), out.begin() + 16), data);
+    EXPECT_EQ(out[16], kUntouched);
+}
+
+TEST_F(HidTransferTest, UnpluggedInTheMiddleOfAReadAndAWrite) {
+    for (const bool reads : {true, false}) {
+        out.fill(kUntouched);
+        hid.holdWrites(true);
+        std::atomic<int> result{-1};
+        std::thread transfer([&] {
+            result = reads ? static_cast<int>(device.read(out.data(), kReportId, 60000))
+                           : device.write(out.data(), kReportId, 0);
+        });
+        Sleep(100);
+        EXPECT_EQ(result, -1);
+        hid.unplug();
+        transfer.join();
+        EXPECT_EQ(result, 0);
+
+        const DWORD start = GetTickCount(); // gone for good: every request fails at once
+        EXPECT_EQ(device.read(out.data(), kReportId, 5000), 0u);
+        EXPECT_FALSE(device.write(out.data(), kReportId, 0));
+        EXPECT_FALSE(device.setFeature(out.data(), 65));
+        EXPECT_FALSE(device.getFeature(out.data(), 64));
+        EXPECT_LT(GetTickCount() - start, 2000u);
+        EXPECT_TRUE(isUntouched(out));
+        hid.plug();
+        ASSERT_TRUE(openReceiver(device)) << "the same object opens the device again";
+    }
+}
+
+TEST_F(HidTransferTest, ReportsOfAnotherLength) {
+    out.fill(kUntouched);
+    for (const size_t length : {size_t{1}, size_t{10}, size_t{66}}) {
+        hid.input(numbered(1, length));
+        EXPECT_EQ(device.read(out.data(), kReportId, 50), 0u) << length;
+        EXPECT_TRUE(isUntouched(out)) << length;
+    }
+    using D = DescriptorBuilder;
+    hid.unplugAll();
+    hid.setDescriptor(D().values(D::Input, 2, 64).values(D::Input, 3, 4).bytes());
+    ASSERT_TRUE(device.openPath(hid.plug()));
+    hid.input({3, 1, 2, 3, 4});
+    EXPECT_EQ(device.read(out.data(), 3, kTimeoutMs), 65u) << "shorter than the device's longest one";
+    EXPECT_EQ(out[3], 4);
+    EXPECT_EQ(out[4], 0);
 }
 
 // Handles of this process, by the system's own table.

@@ -5,13 +5,7 @@
 #include "hidport.h"
 #include "vhid.h"
 
-#define QUEUED_REPORTS 32
-#define QUEUED_EVENTS 64
-
-struct Report {
-    ULONG length;
-    UCHAR bytes[VHID_LARGEST_REPORT];
-};
+#define QUEUED_REPORTS 64
 
 /* One plugged device; lives in the extension of its function device object. */
 struct VirtualDevice {
@@ -23,7 +17,7 @@ struct VirtualDevice {
     BOOLEAN removed;
     PIRP pendingRead; /* the class driver's one read, waiting for an input report */
     ULONG first, count;
-    struct Report queue[QUEUED_REPORTS];
+    struct VhidReport queue[QUEUED_REPORTS];
 };
 
 struct Driver {
@@ -34,17 +28,13 @@ struct Driver {
 
     USHORT nextDescriptorLength;
     UCHAR nextDescriptor[VHID_LARGEST_DESCRIPTOR];
-    struct Report feature;
-    struct {
-        NTSTATUS status;
-        ULONG count;
-    } failures[VHID_KINDS];
+    struct VhidReport feature; /* as the host set it last */
 
     BOOLEAN holdWrites;
     LIST_ENTRY heldWrites; /* IRPs by Tail.Overlay.ListEntry */
     struct VhidCounters counters;
-    ULONG firstEvent, eventCount;
-    struct VhidEvent events[QUEUED_EVENTS];
+    ULONG firstReport, reportCount;
+    struct VhidReport reports[QUEUED_REPORTS]; /* of the host */
 };
 
 extern struct Driver driver;
@@ -62,8 +52,6 @@ void pushInput(const struct VhidInput *input);
 NTSTATUS createControlDevice(PDRIVER_OBJECT object);
 void deleteControlDevice(void);
 NTSTATUS NTAPI hook(PDEVICE_OBJECT device, PIRP irp);
-void recordEvent(enum VhidKind kind, const UCHAR *bytes, ULONG length);
-/* Whether the next request of this kind is to fail, and how. */
-BOOLEAN takeFailure(enum VhidKind kind, NTSTATUS *status);
+void recordReport(const UCHAR *bytes, ULONG length);
 /* Lets held writes go on to the class driver, or ends them with a failure. */
 void releaseHeldWrites(NTSTATUS failure);

@@ -96,7 +96,7 @@ NTSTATUS NTAPI pnp(PDEVICE_OBJECT functionDevice, PIRP irp) {
     return IoCallDriver(extension->NextDeviceObject, irp);
 }
 
-static NTSTATUS fillRead(PIRP irp, const struct Report *report) {
+static NTSTATUS fillRead(PIRP irp, const struct VhidReport *report) {
     if (report->length > IoGetCurrentIrpStackLocation(irp)->Parameters.DeviceIoControl.OutputBufferLength)
         return complete(irp, STATUS_BUFFER_OVERFLOW, 0);
     memcpy(irp->UserBuffer, report->bytes, report->length);
@@ -104,7 +104,7 @@ static NTSTATUS fillRead(PIRP irp, const struct Report *report) {
 }
 
 static NTSTATUS readReport(struct VirtualDevice *device, PIRP irp) {
-    struct Report report;
+    struct VhidReport report;
     KIRQL irql;
 
     KeAcquireSpinLock(&driver.lock, &irql);
@@ -127,12 +127,11 @@ static NTSTATUS readReport(struct VirtualDevice *device, PIRP irp) {
 
 void pushInput(const struct VhidInput *input) {
     struct VirtualDevice *device = NULL;
-    struct Report report = {.length = input->length};
+    const struct VhidReport *report = &input->report;
     PLIST_ENTRY entry;
     PIRP read = NULL;
     KIRQL irql;
 
-    memcpy(report.bytes, input->bytes, sizeof report.bytes);
     KeAcquireSpinLock(&driver.lock, &irql);
     for (entry = driver.devices.Flink; entry != &driver.devices; entry = entry->Flink) {
         struct VirtualDevice *candidate = CONTAINING_RECORD(entry, struct VirtualDevice, entry);
@@ -143,32 +142,42 @@ void pushInput(const struct VhidInput *input) {
         read = device->pendingRead;
         device->pendingRead = NULL;
     } else if (device && device->count < QUEUED_REPORTS) {
-        device->queue[(device->first + device->count++) % QUEUED_REPORTS] = report;
+        device->queue[(device->first + device->count++) % QUEUED_REPORTS] = *report;
     }
     KeReleaseSpinLock(&driver.lock, irql);
     if (read)
-        fillRead(read, &report);
+        fillRead(read, report);
 }
 
-/* Reports from and to the host, whose packet carries buffer, length and ID. */
-static NTSTATUS transfer(PIRP irp, enum VhidKind kind) {
-    HID_XFER_PACKET *packet = irp->UserBuffer;
-    NTSTATUS status;
+/* A report of the host. overcount: Wine's class driver takes 1 off the count of a written numbered report. */
+static NTSTATUS takeReport(PIRP irp, ULONG overcount) {
+    const HID_XFER_PACKET *packet = irp->UserBuffer;
+
+    recordReport(packet->reportBuffer, packet->reportBufferLen);
+    return complete(irp, STATUS_SUCCESS, packet->reportBufferLen + (packet->reportId ? overcount : 0));
+}
+
+static NTSTATUS setFeature(PIRP irp) {
+    const HID_XFER_PACKET *packet = irp->UserBuffer;
+    KIRQL irql;
+
+    KeAcquireSpinLock(&driver.lock, &irql);
+    driver.feature.length = min(packet->reportBufferLen, VHID_LARGEST_REPORT);
+    memcpy(driver.feature.bytes, packet->reportBuffer, driver.feature.length);
+    KeReleaseSpinLock(&driver.lock, irql);
+    return takeReport(irp, 0);
+}
+
+static NTSTATUS getFeature(PIRP irp) {
+    const HID_XFER_PACKET *packet = irp->UserBuffer;
     ULONG length;
     KIRQL irql;
 
-    recordEvent(kind, packet->reportBuffer, kind == VHID_GET_FEATURE ? 0 : packet->reportBufferLen);
-    if (takeFailure(kind, &status))
-        return complete(irp, status, 0);
-    length = packet->reportBufferLen;
-    if (kind == VHID_GET_FEATURE) {
-        KeAcquireSpinLock(&driver.lock, &irql);
-        length = min(length, driver.feature.length);
-        memcpy(packet->reportBuffer, driver.feature.bytes, length);
-        KeReleaseSpinLock(&driver.lock, irql);
-    }
-    /* Wine's class driver takes 1 off the count of a written numbered report. */
-    return complete(irp, STATUS_SUCCESS, length + (kind == VHID_WRITE && packet->reportId ? 1 : 0));
+    KeAcquireSpinLock(&driver.lock, &irql);
+    length = min(packet->reportBufferLen, driver.feature.length);
+    memcpy(packet->reportBuffer, driver.feature.bytes, length);
+    KeReleaseSpinLock(&driver.lock, irql);
+    return complete(irp, STATUS_SUCCESS, length);
 }
 
 static NTSTATUS answer(PIRP irp, const void *bytes, ULONG length) {
@@ -202,11 +211,11 @@ NTSTATUS NTAPI internalControl(PDEVICE_OBJECT functionDevice, PIRP irp) {
     case IOCTL_HID_READ_REPORT:
         return readReport(device, irp);
     case IOCTL_HID_WRITE_REPORT:
-        return transfer(irp, VHID_WRITE);
+        return takeReport(irp, 1);
     case IOCTL_HID_SET_FEATURE:
-        return transfer(irp, VHID_SET_FEATURE);
+        return setFeature(irp);
     case IOCTL_HID_GET_FEATURE:
-        return transfer(irp, VHID_GET_FEATURE);
+        return getFeature(irp);
     default:
         return complete(irp, STATUS_NOT_SUPPORTED, 0);
     }
