@@ -35,7 +35,7 @@ HRESULT Device::Activate(REFIID iid, DWORD, PROPVARIANT *, void **out) {
 
 HRESULT Enumerator::GetDefaultAudioEndpoint(EDataFlow flow, ERole role, IMMDevice **out) {
     *out = nullptr;
-    if (!hasDevice || flow != eRender || role != eConsole)
+    if (flow != eRender || role != eConsole)
         return HRESULT_FROM_WIN32(ERROR_NOT_FOUND);
     return device.QueryInterface(__uuidof(IMMDevice), reinterpret_cast<void **>(out));
 }
@@ -47,8 +47,7 @@ HRESULT Factory::CreateInstance(IUnknown *, REFIID iid, void **out) {
 
 } // namespace fake_endpoint
 
-FakeEndpoint::FakeEndpoint(bool hasDevice) {
-    factory_.enumerator.hasDevice = hasDevice;
+FakeEndpoint::FakeEndpoint() {
     if (FAILED(CoRegisterClassObject(__uuidof(MMDeviceEnumerator), &factory_, CLSCTX_INPROC_SERVER,
                                      REGCLS_MULTIPLEUSE, &cookie_)))
         throw std::runtime_error("cannot take the place of MMDeviceEnumerator");

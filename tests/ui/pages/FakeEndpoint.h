@@ -1,6 +1,5 @@
 // Core Audio's device enumerator, default device and endpoint volume, in the place of Windows' own ones for
-// code that runs on the constructing thread (an initialised single-threaded apartment). Counts every
-// reference.
+// code on the constructing thread (an initialised single-threaded apartment). Counts every reference.
 #pragma once
 
 #include <mutex>
@@ -84,7 +83,6 @@ public:
         return E_NOTIMPL;
     }
 
-    bool hasDevice = true;
     Device device;
 };
 
@@ -100,7 +98,7 @@ public:
 
 class FakeEndpoint {
 public:
-    explicit FakeEndpoint(bool hasDevice = true);
+    FakeEndpoint();
     ~FakeEndpoint();
     FakeEndpoint(const FakeEndpoint &) = delete;
     FakeEndpoint &operator=(const FakeEndpoint &) = delete;

@@ -78,12 +78,6 @@ TEST(SystemVolumeWatcher, ReleasesWhatItHolds) {
     EXPECT_EQ(callback->Release(), 0u) << "somebody still holds the callback";
 }
 
-TEST(SystemVolumeWatcher, StaysSilentWithoutEndpoint) {
-    FakeEndpoint endpoint(false);
-    { SystemVolumeWatcher watcher; }
-    EXPECT_EQ(endpoint.references(), 0);
-}
-
 TEST(SystemVolumeWatcher, DestructionWaitsForTheNotificationUnderWay) {
     FakeEndpoint endpoint;
     auto watcher = std::make_unique<SystemVolumeWatcher>();
