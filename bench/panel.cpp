@@ -1,0 +1,177 @@
+// Measures the finished panel from outside, against a bare Qt window (bare.cpp) where that tells something:
+// start to first paint, memory after a tour of all pages, processor time while hidden behind the tray icon.
+// panel.exe BARE.EXE; needs a display of at least 1071 x 869. Prints rows of bench/run's table.
+#include "program/Panel.h"
+#include "helpers/Registry.h"
+#include "program/FormMap.h"
+#include "Row.h"
+
+#include <chrono>
+#include <filesystem>
+#include <psapi.h>
+#include <QApplication>
+
+namespace {
+
+constexpr int kRounds = 15; // of each program, in turns
+constexpr DWORD kIdleMs = 30000;
+constexpr double kMegabyte = 1024 * 1024;
+
+// One row of pixels across the middle of the screen: read in one go, so often enough to time a first paint.
+class ScreenRow {
+public:
+    ScreenRow()
+        : width_(GetSystemMetrics(SM_CXSCREEN)), y_(GetSystemMetrics(SM_CYSCREEN) / 2),
+          screen_(GetDC(nullptr)), memory_(CreateCompatibleDC(screen_)) {
+        BITMAPINFO info{};
+        info.bmiHeader = {sizeof info.bmiHeader, width_, 1, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+        bitmap_ = CreateDIBSection(memory_, &info, DIB_RGB_COLORS, &pixels_, nullptr, 0);
+        SelectObject(memory_, bitmap_);
+    }
+    ~ScreenRow() {
+        DeleteDC(memory_);
+        DeleteObject(bitmap_);
+        ReleaseDC(nullptr, screen_);
+    }
+    ScreenRow(const ScreenRow &) = delete;
+    ScreenRow &operator=(const ScreenRow &) = delete;
+
+    std::vector<uint32_t> read() const {
+        BitBlt(memory_, 0, 0, width_, 1, screen_, 0, y_, SRCCOPY);
+        GdiFlush();
+        const auto *first = static_cast<const uint32_t *>(pixels_);
+        return {first, first + width_};
+    }
+
+private:
+    int width_, y_;
+    HDC screen_, memory_;
+    HBITMAP bitmap_ = nullptr;
+    void *pixels_ = nullptr;
+};
+
+// A started program; ended with its object.
+class Program {
+public:
+    explicit Program(const std::wstring &name) {
+        std::wstring command = L"\"" + Panel::folder() + L"\\" + name + L"\"";
+        STARTUPINFOW startup{};
+        startup.cb = sizeof startup;
+        PROCESS_INFORMATION process{};
+        if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                            Panel::folder().c_str(), &startup, &process))
+            return;
+        CloseHandle(process.hThread);
+        process_.reset(process.hProcess);
+    }
+    ~Program() {
+        TerminateProcess(process_.get(), 0);
+        WaitForSingleObject(process_.get(), 5000);
+    }
+    Program(const Program &) = delete;
+    Program &operator=(const Program &) = delete;
+
+    HANDLE get() const { return process_.get(); }
+
+private:
+    UniqueHandle process_;
+};
+
+UniqueHandle openProcess(DWORD id) {
+    return UniqueHandle(OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, id));
+}
+
+// Milliseconds from before CreateProcess until the program has changed what the screen shows; below zero when
+// it does not within ten seconds.
+double firstPaint(const std::wstring &program, const ScreenRow &row) {
+    const std::vector<uint32_t> empty = row.read();
+    double time = -1;
+    {
+        const auto start = std::chrono::steady_clock::now();
+        const Program started(program);
+        if (waitUntil([&] { return row.read() != empty; }, 10000))
+            time =
+                std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+    }
+    waitUntil([&] { return row.read() == empty; });
+    return time;
+}
+
+// PagefileUsage is the same as PrivateUsage, which Wine leaves at zero.
+double privateBytes(HANDLE process) {
+    PROCESS_MEMORY_COUNTERS counters{};
+    GetProcessMemoryInfo(process, &counters, sizeof counters);
+    return static_cast<double>(counters.PagefileUsage);
+}
+
+double processorMs(HANDLE process) {
+    FILETIME created, ended, kernel, user;
+    GetProcessTimes(process, &created, &ended, &kernel, &user);
+    return (kernel.dwLowDateTime + user.dwLowDateTime) / 10000.0; // of 100 ns; wraps after 7 minutes
+}
+
+void measureStart() {
+    const ScreenRow row;
+    std::vector<double> panel, bare;
+    for (int round = 0; round <= kRounds; ++round) {
+        const double panelTime = firstPaint(L"QorSoundKit.exe", row);
+        const double bareTime = firstPaint(L"bare.exe", row);
+        if (round == 0)
+            continue; // fills the file cache
+        panel.push_back(panelTime);
+        bare.push_back(bareTime);
+    }
+    printRow("Start to first paint, against a bare Qt window", median(panel) / median(bare), " x", 1.5,
+             figure(median(panel), "ms") + " against " + figure(median(bare), "ms"));
+}
+
+void measureRunning() {
+    double bareMegabytes = 0;
+    {
+        const Program bare(L"bare.exe");
+        Sleep(1000);
+        bareMegabytes = privateBytes(bare.get()) / kMegabyte;
+    }
+    FormMap map;
+    Panel panel;
+    panel.start();
+    if (!panel.waitForWindow()) {
+        std::fprintf(stderr, "the panel shows no window\n");
+        return;
+    }
+    Sleep(1000);
+    const UniqueHandle process = openProcess(panel.processId());
+    for (const int page : {2, 3, 4, 6, 8, 9, 11, 0}) {
+        panel.click(map.centreOf(qPrintable(QStringLiteral("bt_y%1").arg(page))));
+        Sleep(300);
+    }
+    printRow("Private bytes after a tour of all pages", privateBytes(process.get()) / kMegabyte, " MB", 60,
+             "bare Qt window " + figure(bareMegabytes, "MB"));
+
+    panel.click(map.centreOf("pushButton"));
+    if (!waitUntil([&] { return !IsWindowVisible(panel.window()); })) {
+        std::fprintf(stderr, "the panel does not hide\n");
+        return;
+    }
+    Sleep(2000);
+    const double before = processorMs(process.get());
+    Sleep(kIdleMs);
+    const double used = processorMs(process.get()) - before;
+    printRow("Processor time hidden behind the tray icon, 30 s", 100 * used / kIdleMs, " % of a core", 1,
+             figure(used, "ms"));
+}
+
+} // namespace
+
+int main(int argc, char *argv[]) {
+    QApplication application(argc, argv);
+    QApplication::setFont(QFont(QStringLiteral("Microsoft YaHei")));
+    if (argc != 2)
+        return 2;
+    Panel::prepare();
+    Registry::DeleteValue(L"HKEY_CURRENT_USER\\Software\\QorSoundKit Simulator", L"JournalPath");
+    std::filesystem::copy_file(argv[1], Panel::folder() + L"\\bare.exe");
+    measureStart();
+    measureRunning();
+    return 0;
+}
