@@ -1,5 +1,6 @@
 // libFuzzer entry: everything that the update reads from a server or a file, on any bytes. The first byte
-// chooses the reader. Run by fuzz.sh.
+// chooses the reader.
+#include "fuzz/Require.h"
 #include "update/Crc32.h"
 #include "update/DownloadBuffer.h"
 #include "update/FtpReply.h"
@@ -7,15 +8,9 @@
 #include "update/UpdateInfo.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 
 namespace {
-
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 void readReply(const std::string &text) {
     parseReplyCode(text);
