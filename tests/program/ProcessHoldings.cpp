@@ -1,0 +1,121 @@
+// Wine answers 0 to GetProcessHandleCount and GetGuiResources, so the tables behind them are counted here.
+#include "program/ProcessHoldings.h"
+
+#include "helpers/WinHandles.h"
+
+#include <vector>
+
+// After windows.h.
+#define PSAPI_VERSION 2
+#include <psapi.h>
+
+namespace {
+
+template<typename Function>
+Function ntdllFunction(const char *name) {
+    return reinterpret_cast<Function>(
+        reinterpret_cast<void *>(GetProcAddress(GetModuleHandleW(L"ntdll"), name)));
+}
+
+size_t countHandles(DWORD processId) {
+    struct Entry {
+        void *object;
+        ULONG_PTR processId, handle;
+        ULONG rest[4];
+    };
+    struct Table {
+        ULONG_PTR count, reserved;
+        Entry entries[1];
+    };
+    constexpr ULONG kExtendedHandleInformation = 64;
+    const auto query =
+        ntdllFunction<LONG(WINAPI *)(ULONG, void *, ULONG, ULONG *)>("NtQuerySystemInformation");
+    std::vector<ULONG_PTR> buffer(1 << 20);
+    ULONG length = 0;
+    if (query(kExtendedHandleInformation, buffer.data(), static_cast<ULONG>(buffer.size() * sizeof buffer[0]),
+              &length) != 0)
+        return 0;
+    const auto *table = reinterpret_cast<const Table *>(buffer.data());
+    size_t count = 0;
+    for (ULONG_PTR i = 0; i < table->count; ++i)
+        count += table->entries[i].processId == processId;
+    return count;
+}
+
+bool readMemory(HANDLE process, ULONG_PTR address, void *bytes, size_t count) {
+    SIZE_T read = 0;
+    return ReadProcessMemory(process, reinterpret_cast<void *>(address), bytes, count, &read) &&
+           read == count;
+}
+
+// The table of the process's GDI objects, as debuggers find it: by a pointer in the process environment
+// block.
+size_t countGdiObjects(HANDLE process) {
+    struct Cell {
+        ULONG_PTR object;
+        ULONG owner;
+        USHORT unique;
+        BYTE type, flags;
+        ULONG_PTR userPointer;
+    };
+    static_assert(sizeof(Cell) == 24);
+    constexpr ULONG_PTR kTablePointerInBlock = 0xF8;
+    constexpr size_t kCells = 65536;
+    struct {
+        ULONG_PTR exitStatus, environmentBlock, rest[4];
+    } basic{};
+    const auto query =
+        ntdllFunction<LONG(WINAPI *)(HANDLE, ULONG, void *, ULONG, ULONG *)>("NtQueryInformationProcess");
+    ULONG length = 0;
+    ULONG_PTR table = 0;
+    std::vector<Cell> cells(kCells);
+    if (query(process, 0, &basic, sizeof basic, &length) != 0 ||
+        !readMemory(process, basic.environmentBlock + kTablePointerInBlock, &table, sizeof table) ||
+        !readMemory(process, table, cells.data(), kCells * sizeof(Cell)))
+        return 0;
+    size_t count = 0;
+    for (const Cell &cell : cells)
+        count += cell.type != 0;
+    return count;
+}
+
+struct WindowCount {
+    DWORD process;
+    size_t windows;
+};
+
+BOOL CALLBACK countWindow(HWND window, LPARAM argument) {
+    auto &count = *reinterpret_cast<WindowCount *>(argument);
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    count.windows += process == count.process;
+    return TRUE;
+}
+
+size_t countWindows(DWORD processId) {
+    WindowCount count{processId, 0};
+    EnumChildWindows(GetDesktopWindow(), &countWindow, reinterpret_cast<LPARAM>(&count));
+    HWND window = nullptr;
+    while ((window = FindWindowExW(HWND_MESSAGE, window, nullptr, nullptr)) != nullptr)
+        countWindow(window, reinterpret_cast<LPARAM>(&count));
+    return count.windows;
+}
+
+// Committed memory of the process alone. Wine fills this field and not PrivateUsage.
+size_t countPrivateKilobytes(HANDLE process) {
+    PROCESS_MEMORY_COUNTERS counters{};
+    counters.cb = sizeof counters;
+    return GetProcessMemoryInfo(process, &counters, sizeof counters) ? counters.PagefileUsage / 1024 : 0;
+}
+
+} // namespace
+
+ProcessHoldings ProcessHoldings::of(DWORD processId) {
+    const UniqueHandle process(OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, processId));
+    ProcessHoldings held;
+    held.gdiObjects = countGdiObjects(process.get());
+    held.privateKilobytes = countPrivateKilobytes(process.get());
+    held.windows = countWindows(processId);
+    held.handles = countHandles(processId);
+    return held;
+}
