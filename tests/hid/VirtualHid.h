@@ -35,7 +35,7 @@ public:
     // Report descriptor of the devices plugged from now on; at first 64 bytes each way with report ID 2.
     void setDescriptor(const Report &descriptor);
 
-    // From the device to the program; device: a part of its id or instance.
+    // From the device to the program; device: a part of its id.
     void input(const Report &report, const std::wstring &device = L"VID_");
     // From the program to the device: the oldest output or feature report not yet asked for, empty when none
     // came.

@@ -23,13 +23,11 @@ void recordReport(const UCHAR *bytes, ULONG length) {
     KIRQL irql;
 
     KeAcquireSpinLock(&driver.lock, &irql);
-    if (driver.reportCount == QUEUED_REPORTS) {
-        driver.firstReport = (driver.firstReport + 1) % QUEUED_REPORTS;
-        --driver.reportCount;
-    }
-    report = &driver.reports[(driver.firstReport + driver.reportCount++) % QUEUED_REPORTS];
+    report = &driver.reports[(driver.firstReport + driver.reportCount) % QUEUED_REPORTS];
     report->length = min(length, VHID_LARGEST_REPORT);
     memcpy(report->bytes, bytes, report->length);
+    if (driver.reportCount < QUEUED_REPORTS - 1)
+        ++driver.reportCount;
     KeReleaseSpinLock(&driver.lock, irql);
 }
 
@@ -40,10 +38,8 @@ void releaseHeldWrites(NTSTATUS failure) {
     do {
         irp = NULL;
         KeAcquireSpinLock(&driver.lock, &irql);
-        if (!IsListEmpty(&driver.heldWrites)) {
+        if (!IsListEmpty(&driver.heldWrites))
             irp = CONTAINING_RECORD(RemoveHeadList(&driver.heldWrites), IRP, Tail.Overlay.ListEntry);
-            --driver.counters.heldWrites;
-        }
         KeReleaseSpinLock(&driver.lock, irql);
         if (irp && failure)
             complete(irp, failure, 0);
@@ -61,7 +57,6 @@ static BOOLEAN holdWrite(PIRP irp) {
     if (held) {
         IoMarkIrpPending(irp);
         InsertTailList(&driver.heldWrites, &irp->Tail.Overlay.ListEntry);
-        ++driver.counters.heldWrites;
     }
     KeReleaseSpinLock(&driver.lock, irql);
     return held;

@@ -1,4 +1,4 @@
-/* What the three files of the virtual HID driver share. One spin lock guards everything; no request is
+/* What the two files of the virtual HID driver share. One spin lock guards everything; no request is
  * completed and no other driver is called while it is held. */
 #pragma once
 
@@ -10,7 +10,7 @@
 /* One plugged device; lives in the extension of its function device object. */
 struct VirtualDevice {
     LIST_ENTRY entry;
-    WCHAR id[128]; /* "ROOT\VID_040B&PID_F779&MI_03\INSTANCE" */
+    WCHAR id[128]; /* "ROOT\VID_040B&PID_F779&MI_03" */
     USHORT vendorId, productId;
     USHORT descriptorLength;
     UCHAR descriptor[VHID_LARGEST_DESCRIPTOR];
@@ -42,11 +42,7 @@ extern struct Driver driver;
 NTSTATUS complete(PIRP irp, NTSTATUS status, ULONG_PTR information);
 void useReceiverDescriptor(void); /* for devices plugged from now on */
 
-/* minidriver.c: the side towards the HID class driver */
-NTSTATUS NTAPI addDevice(PDRIVER_OBJECT object, PDEVICE_OBJECT functionDevice);
-NTSTATUS NTAPI pnp(PDEVICE_OBJECT functionDevice, PIRP irp);
-NTSTATUS NTAPI internalControl(PDEVICE_OBJECT functionDevice, PIRP irp);
-void pushInput(const struct VhidInput *input);
+void pushInput(const struct VhidInput *input); /* of the device to the host */
 
 /* control.c: the side towards the controlling program */
 NTSTATUS createControlDevice(PDRIVER_OBJECT object);

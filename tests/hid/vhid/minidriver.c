@@ -1,17 +1,41 @@
-/* The side towards the HID class driver: descriptors, reports, arrival and removal. */
+/* vhid.sys: a HID minidriver for Wine whose devices are controlled by a test program (see vhid.h). Devices
+ * are root-enumerated; vendor and product ID come from the device's ID. Here: the driver's start, and the
+ * side towards the HID class driver: descriptors, reports, arrival and removal. */
 #include "driver.h"
+
+struct Driver driver;
+
+/* Vendor-defined collection, report ID 2: input, output and feature reports of 64 bytes. */
+static const UCHAR receiverDescriptor[] = {
+    0x06, 0x00, 0xFF, 0x09, 0x01, 0xA1, 0x01,       /* usage page FF00, usage 1, application collection */
+    0x85, 0x02, 0x15, 0x00, 0x26, 0xFF, 0x00,       /* report ID 2, logical range 0..255 */
+    0x75, 0x08, 0x95, 0x40,                         /* 64 fields of 8 bits */
+    0x09, 0x02, 0x81, 0x02, 0x09, 0x03, 0x91, 0x02, /* input, output */
+    0x09, 0x04, 0xB1, 0x02, 0xC0,                   /* feature, end of collection */
+};
+
+void useReceiverDescriptor(void) {
+    memcpy(driver.nextDescriptor, receiverDescriptor, sizeof receiverDescriptor);
+    driver.nextDescriptorLength = sizeof receiverDescriptor;
+}
+
+NTSTATUS complete(PIRP irp, NTSTATUS status, ULONG_PTR information) {
+    irp->IoStatus.Status = status;
+    irp->IoStatus.Information = information;
+    IoCompleteRequest(irp, IO_NO_INCREMENT);
+    return status;
+}
 
 static struct VirtualDevice *virtualDevice(PDEVICE_OBJECT functionDevice) {
     return ((HID_DEVICE_EXTENSION *)functionDevice->DeviceExtension)->MiniDeviceExtension;
 }
 
-/* Appends one of the physical device's IDs to text. */
-static NTSTATUS appendId(PDEVICE_OBJECT physical, BUS_QUERY_ID_TYPE type, WCHAR *text, ULONG capacity) {
+/* Copies the physical device's ID to text. */
+static NTSTATUS queryDeviceId(PDEVICE_OBJECT physical, WCHAR *text, ULONG capacity) {
     IO_STATUS_BLOCK result = {0};
     PIO_STACK_LOCATION stack;
     KEVENT event;
     PIRP irp;
-    WCHAR *id;
 
     KeInitializeEvent(&event, NotificationEvent, FALSE);
     if (!(irp = IoBuildSynchronousFsdRequest(IRP_MJ_PNP, physical, NULL, 0, NULL, &event, &result)))
@@ -19,15 +43,13 @@ static NTSTATUS appendId(PDEVICE_OBJECT physical, BUS_QUERY_ID_TYPE type, WCHAR 
     irp->IoStatus.Status = STATUS_NOT_SUPPORTED;
     stack = IoGetNextIrpStackLocation(irp);
     stack->MinorFunction = IRP_MN_QUERY_ID;
-    stack->Parameters.QueryId.IdType = type;
+    stack->Parameters.QueryId.IdType = BusQueryDeviceID;
     if (IoCallDriver(physical, irp) == STATUS_PENDING)
         KeWaitForSingleObject(&event, Executive, KernelMode, FALSE, NULL);
     if (result.Status)
         return result.Status;
-    id = (WCHAR *)result.Information;
-    if (wcslen(text) + wcslen(id) < capacity)
-        wcscat(text, id);
-    ExFreePool(id);
+    wcsncpy(text, (WCHAR *)result.Information, capacity - 1);
+    ExFreePool((WCHAR *)result.Information);
     return STATUS_SUCCESS;
 }
 
@@ -44,7 +66,7 @@ static USHORT numberAfter(const WCHAR *id, const WCHAR *prefix) {
     return number;
 }
 
-NTSTATUS NTAPI addDevice(PDRIVER_OBJECT object, PDEVICE_OBJECT functionDevice) {
+static NTSTATUS NTAPI addDevice(PDRIVER_OBJECT object, PDEVICE_OBJECT functionDevice) {
     struct VirtualDevice *device = virtualDevice(functionDevice);
     PDEVICE_OBJECT physical = ((HID_DEVICE_EXTENSION *)functionDevice->DeviceExtension)->PhysicalDeviceObject;
     NTSTATUS status;
@@ -52,10 +74,7 @@ NTSTATUS NTAPI addDevice(PDRIVER_OBJECT object, PDEVICE_OBJECT functionDevice) {
 
     (void)object;
     memset(device, 0, sizeof *device);
-    if ((status = appendId(physical, BusQueryDeviceID, device->id, ARRAYSIZE(device->id) - 1)))
-        return status;
-    wcscat(device->id, L"\\");
-    if ((status = appendId(physical, BusQueryInstanceID, device->id, ARRAYSIZE(device->id))))
+    if ((status = queryDeviceId(physical, device->id, ARRAYSIZE(device->id))))
         return status;
     device->vendorId = numberAfter(device->id, L"VID_");
     device->productId = numberAfter(device->id, L"PID_");
@@ -84,7 +103,7 @@ static void endReads(struct VirtualDevice *device) {
         complete(read, STATUS_DELETE_PENDING, 0);
 }
 
-NTSTATUS NTAPI pnp(PDEVICE_OBJECT functionDevice, PIRP irp) {
+static NTSTATUS NTAPI pnp(PDEVICE_OBJECT functionDevice, PIRP irp) {
     const HID_DEVICE_EXTENSION *extension = functionDevice->DeviceExtension;
     const UCHAR minor = IoGetCurrentIrpStackLocation(irp)->MinorFunction;
 
@@ -186,7 +205,7 @@ static NTSTATUS answer(PIRP irp, const void *bytes, ULONG length) {
     return complete(irp, STATUS_SUCCESS, length);
 }
 
-NTSTATUS NTAPI internalControl(PDEVICE_OBJECT functionDevice, PIRP irp) {
+static NTSTATUS NTAPI internalControl(PDEVICE_OBJECT functionDevice, PIRP irp) {
     struct VirtualDevice *device = virtualDevice(functionDevice);
 
     switch (IoGetCurrentIrpStackLocation(irp)->Parameters.DeviceIoControl.IoControlCode) {
@@ -219,4 +238,40 @@ NTSTATUS NTAPI internalControl(PDEVICE_OBJECT functionDevice, PIRP irp) {
     default:
         return complete(irp, STATUS_NOT_SUPPORTED, 0);
     }
+}
+
+static void NTAPI unload(PDRIVER_OBJECT object) {
+    (void)object;
+    deleteControlDevice();
+}
+
+NTSTATUS NTAPI DriverEntry(PDRIVER_OBJECT object, PUNICODE_STRING registryPath) {
+    static const UCHAR hooked[] = {IRP_MJ_CREATE, IRP_MJ_CLOSE, IRP_MJ_READ, IRP_MJ_WRITE,
+                                   IRP_MJ_DEVICE_CONTROL};
+    HID_MINIDRIVER_REGISTRATION registration = {.Revision = HID_REVISION,
+                                                .DriverObject = object,
+                                                .RegistryPath = registryPath,
+                                                .DeviceExtensionSize = sizeof(struct VirtualDevice)};
+    NTSTATUS status;
+    ULONG i;
+
+    KeInitializeSpinLock(&driver.lock);
+    InitializeListHead(&driver.devices);
+    InitializeListHead(&driver.heldWrites);
+    useReceiverDescriptor();
+
+    object->DriverExtension->AddDevice = addDevice;
+    object->DriverUnload = unload;
+    object->MajorFunction[IRP_MJ_PNP] = pnp;
+    object->MajorFunction[IRP_MJ_INTERNAL_DEVICE_CONTROL] = internalControl;
+    if ((status = HidRegisterMinidriver(&registration)))
+        return status;
+
+    /* The class driver has taken the dispatch table over; step in front of it for the control device, for
+     * held writes and for what Wine's class driver does not offer. */
+    for (i = 0; i < sizeof hooked; ++i) {
+        driver.classDispatch[hooked[i]] = object->MajorFunction[hooked[i]];
+        object->MajorFunction[hooked[i]] = hook;
+    }
+    return createControlDevice(object);
 }

@@ -24,12 +24,11 @@ struct VhidReport {
 /* The device's next input report. Longer than the descriptor announces: the driver drops it, as a USB host
  * controller would. */
 struct VhidInput {
-    WCHAR device[64]; /* part of "ROOT\VID_....\INSTANCE" in upper case */
+    WCHAR device[64]; /* part of "ROOT\VID_...." in upper case */
     struct VhidReport report;
 };
 
 struct VhidCounters {
     ULONG opens; /* of all virtual devices, by any process */
     ULONG closes;
-    ULONG heldWrites; /* now */
 };
