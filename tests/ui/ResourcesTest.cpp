@@ -5,7 +5,6 @@
 
 #include <QDirIterator>
 #include <QFile>
-#include <QImage>
 #include <QRegularExpression>
 
 namespace {
@@ -34,21 +33,6 @@ TEST(ResourcesTest, HasEveryFileThatIsNamed) {
                 << name.toStdString() << " in " << at.filePath().toStdString();
         }
     EXPECT_GT(named, 100); // the scan itself works
-}
-
-TEST(ResourcesTest, HasEveryPictureAtTwiceTheSize) {
-    for (const QString &prefix : kPrefixes)
-        for (QDirIterator at(QStringLiteral(":/") + prefix, {QStringLiteral("*.png")}, QDir::Files,
-                             QDirIterator::Subdirectories);
-             at.hasNext();) {
-            const QString path = at.next();
-            if (path.contains(QLatin1String("@2x")) || path.endsWith(QLatin1String("pallete.png")))
-                continue;
-            const QImage once(path);
-            const QImage twice(QString(path).replace(QLatin1String(".png"), QLatin1String("@2x.png")));
-            EXPECT_FALSE(once.isNull()) << path.toStdString();
-            EXPECT_EQ(twice.size(), once.size() * 2) << path.toStdString();
-        }
 }
 
 TEST(ResourcesTest, StylesOnlyObjectsOfTheForm) {

@@ -57,7 +57,6 @@ TEST_F(TranslationTest, MissingOrBrokenFilesGiveTheSourceTexts) {
     EXPECT_EQ(textIn(0), chinese);
     QFile::remove(QmFiles::folder() + QStringLiteral("ts_en.qm"));
     EXPECT_EQ(textIn(1), chinese);
-
     const QByteArray whole = QmFiles::built("ts_en.qm");
     for (const int size : {0, 20, whole.size() / 2, whole.size() - 1}) {
         QmFiles::write("ts_en.qm", whole.left(size));

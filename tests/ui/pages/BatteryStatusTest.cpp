@@ -3,7 +3,6 @@
 #include "ui/pages/PageTest.h"
 
 #include <gmock/gmock.h>
-#include <QTest>
 
 namespace {
 
@@ -47,20 +46,13 @@ TEST_F(BatteryStatusTest, AsksTheReceiverAndShowsTheReply) {
 
 TEST_F(BatteryStatusTest, RefusedRequestLeavesTheLastState) {
     reply(1, 0, 0);
-    recorder.transferResult = 1;
     status.refreshBatteryStatus();
-    expectShown("usb_cnt.png", "bp_10.png", "10%");
     reply(0, 0, 0);
     for (const int32_t refused : {0, -1}) {
         recorder.transferResult = refused;
         status.refreshBatteryStatus();
         expectShown("usb_cnt.png", "bp_10.png", "10%");
     }
-}
-
-TEST_F(BatteryStatusTest, TimerAsksAgain) {
-    timer.start(20);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return recorder.reports.size() >= 2; }, 5000));
 }
 
 } // namespace

@@ -64,10 +64,8 @@ TEST_F(MicrophonePageTest, SetUpSendsTheLevelThenStartsMonitoring) {
         recorder.taskRunning = c.running;
         EXPECT_EQ(callsOf([this] { MicrophonePage(context(), nullptr); }), c.calls);
         EXPECT_EQ(form.verticalSlider->value(), 40);
-        EXPECT_EQ(form.verticalSlider->maximum(), 100);
         EXPECT_EQ(form.label_15->text(), "40");
         EXPECT_EQ(form.verticalSlider_2->value(), 25);
-        EXPECT_EQ(form.verticalSlider_2->maximum(), 100);
         EXPECT_EQ(form.label_16->text(), "25");
         expectImages(c.muteImage, c.monitoringImage);
     }

@@ -120,21 +120,3 @@ TEST(SystemVolumeWatcher, SurvivesBeingDestroyedUnderNotifications) {
     second.join();
     EXPECT_EQ(endpoint.references(), 0);
 }
-
-TEST(SystemVolumeWatcher, ReceiverMayNotifyAgainOrDestroyTheWatcher) {
-    FakeEndpoint endpoint;
-    auto *watcher = new SystemVolumeWatcher;
-    int depth = 0, mutes = 0;
-    QObject receiver;
-    QObject::connect(watcher, &SystemVolumeWatcher::muteChanged, &receiver, [&] { ++mutes; });
-    QObject::connect(watcher, &SystemVolumeWatcher::volumeChanged, &receiver, [&](int percent) {
-        if (++depth == 1)
-            endpoint.notify(0.5f, false); // as a page that sets the volume in answer
-        else if (percent == 50)
-            delete std::exchange(watcher, nullptr);
-    });
-    endpoint.notify(0.25f, false);
-    EXPECT_EQ(watcher, nullptr);
-    EXPECT_EQ(mutes, 0) << "signals of a destroyed watcher";
-    EXPECT_EQ(endpoint.references(), 0);
-}
