@@ -8,7 +8,10 @@
 #include "update/UpdateInfo.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
+#include <fstream>
+#include <unistd.h>
 
 namespace {
 
@@ -21,18 +24,37 @@ void readReply(const std::string &text) {
     const std::string time = parseFileTime(text);
     require(time.empty() || time.size() == 19);
     portArgument(text, 4711);
+    const auto ownPort = static_cast<uint16_t>(text.size() * 257);
+    require(parsePassivePort("227 (" + portArgument("10.0.0.1", ownPort) + ")") == ownPort);
+}
+
+int32_t load(const void *bytes, size_t size, ServerConfigRecord &record) {
+    static const std::string path = "configuration." + std::to_string(getpid());
+    std::ofstream(path, std::ios::binary | std::ios::trunc)
+        .write(static_cast<const char *>(bytes), static_cast<std::streamsize>(size));
+    const int32_t result = loadServerConfig(path, record);
+    std::remove(path.c_str());
+    return result;
 }
 
 void readConfiguration(const std::string &bytes) {
     ServerConfigRecord record{};
+    const int32_t result = load(bytes.data(), bytes.size(), record);
+    require(bytes.size() == record.size() ? result == 1 || result == -1 : result == -2);
+
     std::copy_n(bytes.begin(), std::min(bytes.size(), record.size()), record.begin());
     const ServerConfig config = getServerConfig(record);
     require(config.server.user.size() <= 32 && config.server.password.size() <= 32 &&
             config.folder.size() <= 256);
+
     std::array<uint8_t, 8> key{};
     std::copy_n(record.begin(), key.size(), key.begin());
     const ServerConfigRecord stored = makeServerConfig(config, key);
-    require(crcRegister(stored.data(), stored.size()) == 0);
+    require(load(stored.data(), stored.size(), record) == 1);
+    const ServerConfig again = getServerConfig(record);
+    require(again.server.address == config.server.address && again.server.port == config.server.port &&
+            again.server.user == config.server.user && again.server.password == config.server.password &&
+            again.reserved == config.reserved && again.folder == config.folder);
 }
 
 void readInformation(const std::string &bytes) {
