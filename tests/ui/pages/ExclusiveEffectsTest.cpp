@@ -24,15 +24,12 @@ protected:
         for (size_t i = 0; i < kBytes.size(); ++i)
             byte(kBytes[i]) = (state >> i) & 1;
         device.sound.fieldAngleMode = angleMode;
-        soundField.reset();
-        rooms.reset();
-        equalizer.reset();
-        effects.reset();
         rotationTimer.stop();
-        effects = std::make_unique<ExclusiveEffects>(context(), rotationTimer, nullptr);
-        equalizer = std::make_unique<EqualizerPage>(context(), *effects, L"", nullptr);
-        rooms = std::make_unique<RoomEffectsPage>(context(), *effects, nullptr);
-        soundField = std::make_unique<SoundFieldPage>(context(), *effects, rotationTimer, nullptr);
+        pages = std::make_unique<QObject>(); // takes the last ones with it
+        auto &effects = *new ExclusiveEffects(context(), rotationTimer, pages.get());
+        new EqualizerPage(context(), effects, L"", pages.get());
+        new RoomEffectsPage(context(), effects, pages.get());
+        new SoundFieldPage(context(), effects, rotationTimer, pages.get());
     }
 
     uint8_t &byte(size_t offset) { return reinterpret_cast<uint8_t *>(&device.sound)[offset]; }
@@ -65,10 +62,7 @@ protected:
     }
 
     QTimer rotationTimer;
-    std::unique_ptr<ExclusiveEffects> effects;
-    std::unique_ptr<EqualizerPage> equalizer;
-    std::unique_ptr<RoomEffectsPage> rooms;
-    std::unique_ptr<SoundFieldPage> soundField;
+    std::unique_ptr<QObject> pages;
 };
 
 } // namespace
