@@ -6,11 +6,16 @@
 
 #include <QApplication>
 #include <QFont>
+#include <QPixmapCache>
 #include <QScreen>
 
 #include <memory>
 
 namespace {
+
+// Kilobytes. The pictures of all pages, which the style sheet asks for when the window is first shown, do not
+// fit into Qt's 10 MB: shared ones would be decoded again for every page and kept several times.
+constexpr int kPictureCache = 32 * 1024;
 
 void centreOnPrimaryScreen(QWidget &window) {
     const QSize screen = QGuiApplication::primaryScreen()->geometry().size();
@@ -18,6 +23,7 @@ void centreOnPrimaryScreen(QWidget &window) {
 }
 
 int runPanel(QApplication &application) {
+    QPixmapCache::setCacheLimit(kPictureCache);
     QApplication::setFont(QFont(QStringLiteral("Microsoft YaHei")));
     application.setStyleSheet(QStringLiteral("QPushButton:focus { outline: none; }"));
 
