@@ -7,11 +7,13 @@
 #include "ui/pages/PageTest.h"
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <QApplication>
 #include <QDialog>
 #include <QTest>
 #include <QTimer>
+#include <string>
 
 class DialogTest : public PageTest {
 protected:
@@ -58,12 +60,15 @@ protected:
         EXPECT_TRUE(dialogs().isEmpty()) << "the dialog was not deleted";
     }
 
-    // Frameless child of the window in its middle.
+    // Frameless child of the window in its middle, entirely inside, nothing of the window above it.
     void expectPlaced(const QDialog &dialog, QSize size) {
         EXPECT_EQ(dialog.windowFlags(), Qt::FramelessWindowHint);
         EXPECT_EQ(dialog.parentWidget(), &window);
         EXPECT_EQ(dialog.size(), size);
         EXPECT_EQ(dialog.pos(), QPoint(1071 / 2 - size.width() / 2, 869 / 2 - size.height() / 2));
+        const QPoint middle = dialog.geometry().center();
+        const QWidget *top = window.childAt(middle);
+        EXPECT_TRUE(top == &dialog || dialog.isAncestorOf(top));
     }
 
     static void click(const QDialog &dialog, const char *name) {
