@@ -2,14 +2,19 @@
 #include "helpers/ProductSettings.h"
 #include "helpers/Registry.h"
 
+#include <cstring>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <regex>
-#include <set>
+#include <sstream>
 #include <thread>
 #include <vector>
 
 namespace {
+
+std::string narrow(const std::wstring &text) {
+    return std::string(text.begin(), text.end());
+}
 
 class LogHelperTest : public testing::Test {
 protected:
@@ -17,12 +22,15 @@ protected:
         RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\QorSoundKit");
         Registry::CreateKey(ProductSettings::kProductKey);
         DeleteFileW(LogFilePath().c_str());
+        LogConfigure(nullptr, false, false, false);
         LogReset();
     }
+    void TearDown() override { LogConfigure(nullptr, false, false, false); }
+
+    static bool exists() { return GetFileAttributesW(LogFilePath().c_str()) != INVALID_FILE_ATTRIBUTES; }
 
     static std::vector<std::string> lines() {
-        const std::wstring path = LogFilePath();
-        std::ifstream file(std::string(path.begin(), path.end()), std::ios::binary);
+        std::ifstream file(narrow(LogFilePath()), std::ios::binary);
         std::vector<std::string> result;
         for (std::string line; std::getline(file, line);)
             result.push_back(line);
@@ -40,19 +48,36 @@ TEST_F(LogHelperTest, LineLayout) {
     EXPECT_TRUE(std::regex_match(all[0], layout)) << all[0];
 }
 
-TEST_F(LogHelperTest, TraceAndItsLevelsAreSwitchedOnByTheExactTextOnly) {
+TEST_F(LogHelperTest, TraceIsSwitchedOnByTheExactTextOnly) {
+    const struct {
+        const wchar_t *text;
+        bool enabled;
+    } cases[] = {{L"true", true}, {L"True", false}, {L"true ", false}, {L"1", false}, {L"", false}};
+    for (const auto &c : cases) {
+        LogReset();
+        DeleteFileW(LogFilePath().c_str());
+        Registry::WriteStringValue(ProductSettings::kProductKey, L"EnableTrace", c.text);
+        LogWrite("f", 1, "g", true, L"traced");
+        ASSERT_EQ(c.enabled, exists()) << narrow(c.text);
+        if (c.enabled) {
+            EXPECT_NE(std::string::npos, lines().at(0).find("g (f:1): (TRACE) traced"));
+        }
+    }
+}
+
+TEST_F(LogHelperTest, LevelWindow) {
+    EXPECT_TRUE(LogLevelEnabled(0));
+    EXPECT_FALSE(LogLevelEnabled(1));
+    Registry::WriteStringValue(ProductSettings::kProductKey, L"EnableTrace", L"true");
     Registry::WriteDwordValue(ProductSettings::kProductKey, L"level_low", static_cast<uint32_t>(-2));
     Registry::WriteDwordValue(ProductSettings::kProductKey, L"level_hi", 3);
-    for (const wchar_t *text : {L"True", L"true ", L"1", L"", L"true"}) {
-        LogReset();
-        Registry::WriteStringValue(ProductSettings::kProductKey, L"EnableTrace", text);
-        LogWrite("f", 1, "g", true, L"traced");
-        const bool on = std::wstring(text) == L"true";
-        ASSERT_EQ(on ? 1u : 0u, lines().size());
-        for (const int level : {-3, -2, 0, 3, 4})
-            EXPECT_EQ(on ? level >= -2 && level <= 3 : level == 0, LogLevelEnabled(level)) << level;
-    }
-    EXPECT_NE(std::string::npos, lines()[0].find("g (f:1): (TRACE) traced"));
+    LogWrite("f", 1, "g", true, L"reads the settings");
+    for (const auto &[level, enabled] : {std::pair{-3, false}, {-2, true}, {0, true}, {3, true}, {4, false}})
+        EXPECT_EQ(enabled, LogLevelEnabled(level)) << level;
+    Registry::DeleteValue(ProductSettings::kProductKey, L"EnableTrace");
+    LogReset();
+    LogWrite("f", 1, "g", false, L"reads the settings again");
+    EXPECT_FALSE(LogLevelEnabled(3)); // the window is read with tracing on only
 }
 
 TEST_F(LogHelperTest, MissingProductKeyIsItselfLogged) {
@@ -66,6 +91,27 @@ TEST_F(LogHelperTest, MissingProductKeyIsItselfLogged) {
     EXPECT_NE(std::string::npos, all[1].find("g (f:1): line"));
 }
 
+TEST_F(LogHelperTest, StreamsOfAHost) {
+    FILE *stream = _wfopen(L"C:\\windows\\temp\\host.txt", L"w+b");
+    ASSERT_TRUE(stream);
+    LogConfigure(stream, true, true, true);
+    LogWrite("f", 1, "g", true, L"a");
+    LogWrite("f", 1, "g", false, L"b");
+    std::rewind(stream);
+    char text[64] = {};
+    std::fread(text, 1, sizeof text - 1, stream);
+    EXPECT_STREQ("(TRACE) a\nb\n", text);
+    EXPECT_FALSE(exists());
+    LogConfigure(nullptr, false, false, false);
+    std::fclose(stream);
+}
+
+TEST_F(LogHelperTest, UnwritableLogIsSkipped) {
+    ASSERT_TRUE(CreateDirectoryW(LogFilePath().c_str(), nullptr)); // a folder stands where the file should be
+    LogWrite("f", 1, "g", false, L"lost");
+    EXPECT_TRUE(RemoveDirectoryW(LogFilePath().c_str()));
+}
+
 TEST_F(LogHelperTest, NoLineOfAnyThreadIsLost) {
     std::vector<std::thread> threads;
     for (int t = 0; t < 4; ++t) {
@@ -76,23 +122,35 @@ TEST_F(LogHelperTest, NoLineOfAnyThreadIsLost) {
     }
     for (std::thread &thread : threads)
         thread.join();
-    std::set<std::string> marks;
-    for (const std::string &line : lines())
-        marks.insert(line.substr(line.find(" g (f:1): <")));
-    EXPECT_EQ(400u, marks.size());
-    EXPECT_EQ(400u, lines().size());
+    std::ostringstream all;
+    const std::vector<std::string> written = lines();
+    for (const std::string &line : written)
+        all << line;
+    EXPECT_EQ(400u, written.size());
+    const std::string text = all.str();
+    for (int t = 0; t < 4; ++t)
+        for (int i = 0; i < 100; ++i) {
+            const std::string mark = "<" + std::to_string(t) + "." + std::to_string(i) + ">";
+            ASSERT_NE(std::string::npos, text.find(mark)) << mark;
+        }
 }
 
-TEST_F(LogHelperTest, WholeFilesAreReadAsText) {
+TEST_F(LogHelperTest, WholeFiles) {
     const wchar_t *path = L"C:\\windows\\temp\\whole.bin";
-    const char bytes[] = {'a', '\r', '\n', 'b', '\x1A', 'c'};
-    EXPECT_EQ(0, WriteFileBytes(path, bytes, sizeof bytes));
-    std::string back(8, '.');
-    ReadFileBytes(path, back.data(), back.size()); // CR LF shrinks, 0x1A ends
-    EXPECT_EQ("a\nb.....", back);
-    ReadFileBytes(L"C:\\windows\\temp\\missing.bin", back.data(), back.size());
-    EXPECT_EQ("a\nb.....", back);
-    EXPECT_NE(0, WriteFileBytes(L"C:\\no such folder\\x", bytes, sizeof bytes));
+    const char bytes[] = "a\r\nb\x1A"
+                         "c";
+    EXPECT_EQ(0, WriteFileBytes(path, bytes, 6));
+    char back[8];
+    std::memset(back, '.', sizeof back);
+    ReadFileBytes(path, back, sizeof back); // text mode: CR LF shrinks, 0x1A ends
+    EXPECT_EQ(std::string("a\nb....."), std::string(back, 8));
+    ReadFileBytes(L"C:\\windows\\temp\\missing.bin", back, sizeof back);
+    EXPECT_EQ(std::string("a\nb....."), std::string(back, 8));
+    EXPECT_NE(0, WriteFileBytes(L"C:\\no such folder\\x", bytes, 6));
+    LogWriteTo(path, L"%s", L"文");
+    std::memset(back, '.', sizeof back);
+    ReadFileBytes(path, back, sizeof back);
+    EXPECT_EQ(std::string("文....."), std::string(back, 8));
 }
 
 TEST_F(LogHelperTest, SettingsOfTheWrongTypeCountAsMissing) {
@@ -102,6 +160,8 @@ TEST_F(LogHelperTest, SettingsOfTheWrongTypeCountAsMissing) {
         EXPECT_FALSE(ProductSettings::readDword(L"exitCmd").has_value());
     EXPECT_EQ(L"QorSound Kit", ProductSettings::productDisplayName());
     EXPECT_EQ(2u, lines().size()); // each told once
+    Registry::WriteStringValue(ProductSettings::kProductKey, L"DisplayName", L"Kit");
+    EXPECT_EQ(L"Kit", ProductSettings::productDisplayName());
     Registry::DeleteKey(ProductSettings::kProductKey);
     EXPECT_FALSE(ProductSettings::readDword(L"isStartShow").has_value());
     EXPECT_FALSE(ProductSettings::writeDword(L"isStartShow", 1));

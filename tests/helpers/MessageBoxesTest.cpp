@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include <utility>
+#include <clocale>
+#include <limits>
+#include <ostream>
 
 static LCID userLocale = 1033;
 extern "C" LCID WINAPI fakeUserLocale() __asm__("GetUserDefaultLCID");
@@ -32,24 +34,27 @@ Shown show(Call call, size_t button = 0) {
 }
 
 TEST(MessageBoxes, ShowsTextTitleAndButtonsWithoutOwner) {
-    const struct {
+    struct Case {
         const wchar_t *text;
-        const wchar_t *title; // null: the system's caption
+        const wchar_t *title;
         unsigned flags;
         size_t button;
         size_t buttonCount;
         int result;
-    } cases[] = {
-        {L"Please select a EARPHONE binary file to update", nullptr, MB_OK, 0, 1, IDOK},
-        {L"Download end,Press OK to upgrade ?", L"upgrade", MB_OKCANCEL, 0, 2, IDOK},
-        {L"发现新版本，下载请按OK键", L"温馨提示", MB_OKCANCEL, 1, 2, IDCANCEL},
+        const wchar_t *shownTitle;
     };
-    for (const auto &c : cases) {
+    const Case cases[] = {
+        {L"Please select a EARPHONE binary file to update", nullptr, MB_OK, 0, 1, IDOK, kDefaultTitle},
+        {L"  找不到设备", L"温馨提示", MB_OK, 0, 1, IDOK, L"温馨提示"},
+        {L"Download end,Press OK to upgrade ?", L"upgrade", MB_OKCANCEL, 0, 2, IDOK, L"upgrade"},
+        {L"发现新版本，下载请按OK键", L"Download", MB_OKCANCEL, 1, 2, IDCANCEL, L"Download"},
+    };
+    for (const Case &c : cases) {
         const Shown shown =
             show([&] { return ShowMessage(QString::fromWCharArray(c.text), c.title, c.flags); }, c.button);
         ASSERT_TRUE(shown.box.seen);
         EXPECT_EQ(shown.box.text, c.text);
-        EXPECT_EQ(shown.box.title, c.title ? c.title : kDefaultTitle);
+        EXPECT_EQ(shown.box.title, c.shownTitle);
         EXPECT_EQ(shown.box.buttons.size(), c.buttonCount);
         EXPECT_EQ(shown.box.owner, nullptr);
         EXPECT_EQ(shown.result, c.result);
@@ -57,22 +62,30 @@ TEST(MessageBoxes, ShowsTextTitleAndButtonsWithoutOwner) {
 }
 
 TEST(MessageBoxes, ChoosesTheTextByFlagOrByTheUsersLocale) {
-    for (const bool english : {true, false}) {
-        const Shown shown =
-            show([=] { return ShowMessageByFlag(L"english", L"中文", L"t", english, MB_OK); });
-        EXPECT_EQ(shown.box.text, english ? L"english" : L"中文");
-    }
-    // 1028 is another Chinese locale; 0x10804 is 2052 with another sort order.
-    for (const LCID locale : {LCID{2052}, LCID{1028}, LCID{1033}, LCID{0x10804}}) {
+    const auto byFlag = [](bool english) {
+        return show([=] { return ShowMessageByFlag(L"english", L"中文", L"t", english, MB_OK); }).box.text;
+    };
+    EXPECT_EQ(byFlag(true), L"english");
+    EXPECT_EQ(byFlag(false), L"中文");
+
+    // 1028, 3076 and 4100 are the other Chinese locales; 0x10804 is 2052 with another sort order.
+    for (const LCID locale : {LCID{2052}, LCID{1028}, LCID{3076}, LCID{4100}, LCID{1033}, LCID{0x10804}}) {
         userLocale = locale;
         const Shown shown = show([] { return ShowMessageByLocale(L"english", L"  中文", L"t", MB_OK); });
         EXPECT_EQ(shown.box.text, locale == 2052 ? L"  中文" : L"english") << locale;
     }
+    userLocale = 1033;
 }
 
-TEST(MessageBoxes, ShowsNumbersWithThreeDecimals) {
-    for (const auto &[value, text] : {std::pair{1.0005f, L"1.000"}, {-0.5f, L"-0.500"}})
-        EXPECT_EQ(show([v = value] { return ShowNumber(v), 0; }).box.text, text);
+TEST(MessageBoxes, ShowsNumbersWithThreeDecimalsAndAPoint) {
+    std::setlocale(LC_ALL, "German");
+    const auto shown = [](float value) { return show([=] { return ShowNumber(value), 0; }).box; };
+    EXPECT_EQ(shown(1.0005f).text, L"1.000"); // the float lies just below
+    EXPECT_EQ(shown(-0.5f).text, L"-0.500");
+    EXPECT_EQ(shown(16777216.f).text, L"16777216.000");
+    EXPECT_EQ(shown(0).title, kDefaultTitle);
+    EXPECT_TRUE(shown(std::numeric_limits<float>::quiet_NaN()).seen);
+    std::setlocale(LC_ALL, "C");
 }
 
 } // namespace

@@ -2,14 +2,29 @@
 #include "helpers/RegistryKey.h"
 #include "helpers/SystemMessage.h"
 
-#include <fstream>
+#include <atomic>
 #include <functional>
 #include <gtest/gtest.h>
-#include <iterator>
+#include <thread>
 
 namespace {
 
 const std::wstring kRoot = L"HKEY_CURRENT_USER\\Software\\QorSoundKit Test";
+
+void setRaw(const wchar_t *name, DWORD type, const std::vector<uint8_t> &bytes) {
+    const UniqueRegistryKey key = Registry::openKey(kRoot, KEY_SET_VALUE);
+    ASSERT_EQ(ERROR_SUCCESS,
+              RegSetValueExW(key.get(), name, 0, type, bytes.data(), static_cast<DWORD>(bytes.size())));
+}
+
+std::wstring messageOf(const std::function<void()> &operation) {
+    try {
+        operation();
+    } catch (const RegistryException &error) {
+        return error.message();
+    }
+    return L"(no exception)";
+}
 
 class RegistryTest : public testing::Test {
 protected:
@@ -20,11 +35,9 @@ protected:
 };
 
 TEST_F(RegistryTest, ValuesOfEveryTypeComeBack) {
-    const std::wstring large(40000, L'x');
     Registry::WriteDwordValue(kRoot, L"number", 0xFFFFFFFFu);
     Registry::WriteStringValue(kRoot, L"text", L"音效 Kit");
     Registry::WriteStringValue(kRoot, L"empty", L"");
-    Registry::WriteStringValue(kRoot, L"large", large);
     Registry::WriteBinaryValue(kRoot, L"bytes", "\x00\x1A\xFF", 3);
     Registry::WriteBinaryValue(kRoot, L"none", nullptr, 0);
     Registry::WriteMultiStringValue(kRoot, L"list", std::vector<std::wstring>{L"a", L"bc"});
@@ -33,31 +46,43 @@ TEST_F(RegistryTest, ValuesOfEveryTypeComeBack) {
     EXPECT_EQ(0xFFFFFFFFu, Registry::ReadDwordValue(kRoot, L"number"));
     EXPECT_EQ(L"音效 Kit", Registry::ReadStringValue(kRoot, L"text"));
     EXPECT_EQ(L"", Registry::ReadStringValue(kRoot, L"empty"));
-    EXPECT_EQ(large, Registry::ReadStringValue(kRoot, L"large"));
     std::vector<uint8_t> bytes{9, 9, 9, 9};
     Registry::ReadBinaryValue(kRoot, L"bytes", bytes);
     EXPECT_EQ((std::vector<uint8_t>{0x00, 0x1A, 0xFF}), bytes);
     EXPECT_TRUE(Registry::ReadBinaryValue(kRoot, L"none").empty());
     EXPECT_EQ((std::vector<std::wstring>{L"a", L"bc"}), Registry::ReadMultiStringValue(kRoot, L"list"));
     EXPECT_EQ((std::vector<std::wstring>{L"one"}), Registry::ReadMultiStringValue(kRoot, L"single"));
-    EXPECT_EQ(8u, Registry::QueryKeyInfo(kRoot).valueCount);
+    EXPECT_EQ(7u, Registry::QueryKeyInfo(kRoot).valueCount);
+}
+
+TEST_F(RegistryTest, StoredSizesAreThoseOfTheTypes) {
+    Registry::WriteStringValue(kRoot, L"text", L"abc");
+    Registry::WriteMultiStringValue(kRoot, L"single", std::wstring(L"abc"));
+    const UniqueRegistryKey key = Registry::openKey(kRoot, KEY_QUERY_VALUE);
+    DWORD size = 0;
+    RegQueryValueExW(key.get(), L"text", nullptr, nullptr, nullptr, &size);
+    EXPECT_EQ(8u, size); // with its terminator
+    RegQueryValueExW(key.get(), L"single", nullptr, nullptr, nullptr, &size);
+    EXPECT_EQ(10u, size); // its terminator and the closing empty string
 }
 
 TEST_F(RegistryTest, TextStoredByOthers) {
-    const struct {
-        std::vector<uint8_t> bytes;
-        std::wstring text;
-    } cases[] = {
-        {{'a', 0, 'b', 0}, L"ab"}, // not terminated
-        {{'a', 0, 'b', 0, 0, 0}, L"ab"},
-        {{'a', 0, 'b'}, L"a"},
-        {{'a', 0, 0, 0, 'b', 0, 0, 0}, std::wstring(L"a\0b", 3)},
-    };
-    const UniqueRegistryKey key = Registry::openKey(kRoot, KEY_SET_VALUE);
-    for (const auto &c : cases) {
-        RegSetValueExW(key.get(), L"text", 0, REG_SZ, c.bytes.data(), static_cast<DWORD>(c.bytes.size()));
-        EXPECT_EQ(c.text, Registry::ReadStringValue(kRoot, L"text")) << c.bytes.size();
-    }
+    setRaw(L"unterminated", REG_SZ, {'a', 0, 'b', 0});
+    setRaw(L"terminated", REG_SZ, {'a', 0, 'b', 0, 0, 0});
+    setRaw(L"odd", REG_SZ, {'a', 0, 'b'});
+    setRaw(L"inner", REG_SZ, {'a', 0, 0, 0, 'b', 0, 0, 0});
+    setRaw(L"list", REG_MULTI_SZ, {'a', 0, 0, 0, 'b', 0}); // no end at all
+    EXPECT_EQ(L"ab", Registry::ReadStringValue(kRoot, L"unterminated"));
+    EXPECT_EQ(L"ab", Registry::ReadStringValue(kRoot, L"terminated"));
+    EXPECT_EQ(L"a", Registry::ReadStringValue(kRoot, L"odd"));
+    EXPECT_EQ(std::wstring(L"a\0b", 3), Registry::ReadStringValue(kRoot, L"inner"));
+    EXPECT_EQ((std::vector<std::wstring>{L"a", L"b"}), Registry::ReadMultiStringValue(kRoot, L"list"));
+}
+
+TEST_F(RegistryTest, LargeValueIsReadWhole) {
+    const std::wstring text(40000, L'x');
+    Registry::WriteStringValue(kRoot, L"large", text);
+    EXPECT_EQ(text, Registry::ReadStringValue(kRoot, L"large"));
 }
 
 TEST_F(RegistryTest, PathsAndRoots) {
@@ -70,8 +95,10 @@ TEST_F(RegistryTest, PathsAndRoots) {
     EXPECT_EQ((std::vector<std::wstring>{L"one", L"three"}), Registry::EnumerateSubKeys(kRoot));
     Registry::DeleteKey(kRoot + L"\\three");
     EXPECT_EQ(1u, Registry::QueryKeyInfo(kRoot).subKeyCount);
+}
 
-    const wchar_t *path = L"HKEY_LOCAL_MACHINE\\SOFTWARE\\QorSoundKit View"; // of the 64-bit view
+TEST_F(RegistryTest, KeysAreThoseOfThe64BitView) {
+    const wchar_t *path = L"HKEY_LOCAL_MACHINE\\SOFTWARE\\QorSoundKit View";
     Registry::CreateKey(path);
     HKEY other = nullptr;
     EXPECT_EQ(ERROR_FILE_NOT_FOUND, RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\QorSoundKit View", 0,
@@ -86,7 +113,9 @@ TEST_F(RegistryTest, EveryFailureHasItsMessage) {
     const std::wstring missing = kRoot + L"\\missing";
     const std::wstring notFound = SystemMessage(ERROR_FILE_NOT_FOUND);
     const std::wstring denied = SystemMessage(ERROR_ACCESS_DENIED);
-    ASSERT_TRUE(!notFound.empty() && notFound.back() != L'\n' && notFound.back() != L'\r');
+    ASSERT_FALSE(notFound.empty());
+    ASSERT_NE(L'\n', notFound.back());
+    ASSERT_NE(L'\r', notFound.back());
 
     using namespace Registry;
     const struct {
@@ -98,9 +127,12 @@ TEST_F(RegistryTest, EveryFailureHasItsMessage) {
         {[] { KeyExists(L"HKLM\\SOFTWARE\\QorSoundKit"); }, L"Unknown root key HKLM"},
         {[&] { ValueExists(missing, L"v"); },
          L"Error while opening registry key " + missing + L": " + notFound},
+        {[&] { WriteDwordValue(missing, L"v", 1); },
+         L"Error while opening registry key " + missing + L": " + notFound},
         {[] { ReadDwordValue(kRoot, L"v"); },
          L"Error while reading registry value " + kRoot + L"\\v: " + notFound},
         {[] { ReadStringValue(kRoot, L"number"); }, L"Registry value " + kRoot + L"\\number has wrong type"},
+        {[] { ReadBinaryValue(kRoot, L"number"); }, L"Registry value " + kRoot + L"\\number has wrong type"},
         {[] { DeleteValue(kRoot, L"v"); },
          L"Error while deleting registry value " + kRoot + L"\\v: " + notFound},
         {[&] { DeleteKey(missing); }, L"Error while deleting registry key " + missing + L": " + notFound},
@@ -109,18 +141,13 @@ TEST_F(RegistryTest, EveryFailureHasItsMessage) {
         {[] { ExportKeyToFile(kRoot, L"C:\\no such folder\\out.reg"); },
          L"Error while opening file C:\\no such folder\\out.reg for writing"},
         {[&] { EnsureWritable(missing); }, L"Error while opening registry key " + missing + L": " + notFound},
-        {[] { GetFileAccess(L"C:\\no such file", 11); },
-         L"Error in GetNamedSecurityInfoW while getting file access"},
     };
-    for (const auto &c : cases) {
-        std::wstring message = L"(no exception)";
-        try {
-            c.operation();
-        } catch (const RegistryException &error) {
-            message = error.message();
-        }
-        EXPECT_EQ(c.message, message);
-    }
+    for (const auto &c : cases)
+        EXPECT_EQ(c.message, messageOf(c.operation));
+    const std::wstring tooLong = kRoot + L"\\" + std::wstring(300, L'x');
+    EXPECT_EQ(0u, messageOf([&] {
+                      CreateKey(tooLong);
+                  }).find(L"Error while creating registry key " + tooLong + L": "));
 }
 
 TEST_F(RegistryTest, AdministratorsGetFullAccess) {
@@ -150,16 +177,42 @@ TEST_F(RegistryTest, ExportHoldsEveryValue) {
     Registry::WriteStringValue(kRoot, L"pa\\th", L"C:\\\"x\"");
     Registry::WriteBinaryValue(kRoot, L"bytes", "\x01\xAB", 2);
     Registry::CreateKey(kRoot + L"\\child");
-    Registry::ExportKeyToFile(kRoot, L"C:\\windows\\temp\\export.reg");
+    const wchar_t *path = L"C:\\windows\\temp\\export.reg";
+    Registry::ExportKeyToFile(kRoot, path);
 
-    std::ifstream file("C:\\windows\\temp\\export.reg", std::ios::binary);
-    std::string bytes(std::istreambuf_iterator<char>(file), {});
-    const std::wstring text(reinterpret_cast<const wchar_t *>(bytes.data()), bytes.size() / 2);
+    FILE *file = _wfopen(path, L"rb");
+    ASSERT_TRUE(file);
+    std::wstring text(2000, L'\0');
+    text.resize(std::fread(text.data(), 2, text.size(), file));
+    std::fclose(file);
     EXPECT_EQ(0u, text.find(L"\xFEFFWindows Registry Editor Version 5.00\r\n"));
     for (const wchar_t *part :
          {L"\"number\"=dword:0000001a\r\n", L"\"pa\\\\th\"=\"C:\\\\\\\"x\\\"\"\r\n",
           L"\"bytes\"=hex:01,ab\r\n", L"[HKEY_CURRENT_USER\\Software\\QorSoundKit Test\\child]"})
         EXPECT_NE(std::wstring::npos, text.find(part)) << std::string(part, part + wcslen(part));
+}
+
+TEST_F(RegistryTest, SmallQueries) {
+    const GUID guid = {0x45A8C662, 0x65D7, 0x4679, {0x80, 0x1E, 0x60, 0x4A, 0x2D, 0xF7, 0x67, 0x32}};
+    EXPECT_EQ(L"{45A8C662-65D7-4679-801E-604A2DF76732}", Registry::GuidToString(guid));
+    EXPECT_GE(Registry::GetSystemFileVersion().major, 6);
+}
+
+TEST_F(RegistryTest, ThreadsDoNotDisturbEachOther) {
+    std::atomic<int> wrong{0};
+    std::vector<std::thread> threads;
+    for (uint32_t t = 0; t < 4; ++t) {
+        threads.emplace_back([t, &wrong] {
+            const std::wstring name = L"v" + std::to_wstring(t);
+            for (uint32_t i = 0; i < 200; ++i) {
+                Registry::WriteDwordValue(kRoot, name, t * 1000 + i);
+                wrong += Registry::ReadDwordValue(kRoot, name) != t * 1000 + i;
+            }
+        });
+    }
+    for (std::thread &thread : threads)
+        thread.join();
+    EXPECT_EQ(0, wrong);
 }
 
 } // namespace

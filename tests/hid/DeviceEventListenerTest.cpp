@@ -45,7 +45,7 @@ protected:
         const int before = clicks;
         hid.input(keyReport());
         EXPECT_TRUE(QTest::qWaitFor([&] { return clicks != before; }, 3000)) << "no click";
-        return hid.nextReport();
+        return hid.nextReport(VHID_WRITE);
     }
 
     static Report answer(uint8_t state) {
@@ -60,7 +60,7 @@ protected:
     std::unique_ptr<QPushButton> button = std::make_unique<QPushButton>();
 };
 
-TEST_F(DeviceEventListenerTest, TogglesOncePerKeyReportAndAnswersTheNewState) {
+TEST_F(DeviceEventListenerTest, TogglesOncePerReportAndAnswersTheNewState) {
     hid.plug();
     start();
     for (const uint8_t state : Report{1, 0, 1}) {
@@ -68,29 +68,66 @@ TEST_F(DeviceEventListenerTest, TogglesOncePerKeyReportAndAnswersTheNewState) {
         EXPECT_EQ(switchByte, state);
         QTest::qWait(150); // the pause after a report
     }
-    Report other = keyReport();
-    other[5] = 0x02;
-    hid.input(other);
-    QTest::qWait(200);
     EXPECT_EQ(clicks, 3);
-    EXPECT_EQ(hid.nextReport(0), Report()) << "nothing is sent but the answers";
+    EXPECT_FALSE(hid.nextEvent(100)) << "nothing is sent but the answers";
 }
 
-TEST_F(DeviceEventListenerTest, KeepsToTheFirstSupportedDeviceOfItsStart) {
+TEST_F(DeviceEventListenerTest, IgnoresOtherReports) {
+    hid.plug();
+    start();
+    for (size_t byte = 1; byte <= 5; ++byte) {
+        Report report = keyReport();
+        report[byte] = 0x02;
+        hid.input(report);
+        QTest::qWait(150);
+    }
+    Report tooShort = keyReport();
+    tooShort.resize(6);
+    hid.input(tooShort);
+    QTest::qWait(150);
+    EXPECT_EQ(clicks, 0);
+    EXPECT_FALSE(hid.nextEvent(0));
+    EXPECT_EQ(press(), answer(1));
+}
+
+TEST_F(DeviceEventListenerTest, TakesTheFirstSupportedDeviceThatIsThere) {
     hid.plug(L"VID_040B&PID_F778&MI_00");
-    const wchar_t *receiver = L"VID_040B&PID_F778&MI_03";
-    hid.plug(receiver);
+    hid.plug(L"VID_040B&PID_F778&MI_03");
     start();
     hid.input(keyReport(), L"MI_00");
     QTest::qWait(200);
     EXPECT_EQ(clicks, 0) << "listens to another interface";
     EXPECT_EQ(press(), answer(1));
-    hid.unplug(receiver);
-    hid.plug(receiver);
+}
+
+TEST_F(DeviceEventListenerTest, KeepsToTheDeviceOfItsStart) {
+    hid.plug();
+    start();
+    EXPECT_EQ(press(), answer(1));
+    hid.unplug();
+    hid.plug();
     QTest::qWait(300);
-    hid.input(keyReport(), receiver);
+    hid.input(keyReport());
     QTest::qWait(300);
     EXPECT_EQ(clicks, 1) << "opened the device again";
+}
+
+TEST_F(DeviceEventListenerTest, WithoutADeviceItIdles) {
+    startDeviceEventListener(&switchByte, button.get());
+    QTest::qWait(500);
+    hid.plug();
+    hid.input(keyReport());
+    QTest::qWait(300);
+    EXPECT_EQ(clicks, 0);
+}
+
+TEST_F(DeviceEventListenerTest, SurvivesAnAnswerThatTheDeviceRefuses) {
+    hid.plug();
+    start();
+    hid.fail(VHID_WRITE, static_cast<int32_t>(0xC0000001));
+    EXPECT_EQ(press(), answer(1));
+    QTest::qWait(150);
+    EXPECT_EQ(press(), answer(0));
 }
 
 TEST_F(DeviceEventListenerTest, TouchesNothingAfterDetaching) {
@@ -102,8 +139,21 @@ TEST_F(DeviceEventListenerTest, TouchesNothingAfterDetaching) {
     hid.input(keyReport());
     QTest::qWait(300);
     EXPECT_EQ(clicks, 1);
-    EXPECT_EQ(hid.nextReport(0), Report()) << "there is no state to answer with";
+    EXPECT_FALSE(hid.nextEvent(0)) << "there is no state to answer with";
     detachDeviceEventListener(); // twice is harmless
+}
+
+// The window goes away while key reports stream in.
+TEST_F(DeviceEventListenerTest, DetachesInTheMiddleOfEvents) {
+    hid.plug();
+    for (int round = 0; round < 5; ++round) {
+        start();
+        for (int i = 0; i < 3; ++i)
+            hid.input(keyReport());
+        Sleep(static_cast<DWORD>(round * 6));
+        detachDeviceEventListener();
+        button = std::make_unique<QPushButton>();
+    }
 }
 
 } // namespace

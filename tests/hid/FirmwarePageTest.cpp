@@ -3,12 +3,13 @@
 #include "support/BoxAnswerer.h"
 #include "support/DeviceRecorder.h"
 
-#include <future>
 #include <gmock/gmock.h>
 #include <QDir>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <thread>
+#include <vector>
 
 namespace {
 
@@ -109,36 +110,96 @@ TEST_F(FirmwarePageTest, StagesAreShownThroughTheEventLoop) {
     }
 }
 
-// Enters a name into the native file dialog, or cancels it when the name is empty; gives its caption.
-std::wstring answerFileDialog(const std::wstring &fileName) {
-    HWND dialog = nullptr;
-    for (int i = 0; i < 500 && !dialog; ++i) {
-        Sleep(20);
-        dialog = FindWindowW(L"#32770", nullptr);
+TEST_F(FirmwarePageTest, ReportsOfFourThreadsArriveWholeAndInTheirOrder) {
+    constexpr int kThreads = 4;
+    constexpr int kReports = 500;
+    progress.setRange(0, kThreads * kReports);
+    std::vector<std::vector<int>> seen(kThreads);
+    QObject::connect(&progress, &QProgressBar::valueChanged, &panel.window, [&](int value) {
+        seen[static_cast<size_t>(value / kReports)].push_back(value % kReports);
+    });
+    std::vector<std::thread> workers;
+    for (int thread = 0; thread < kThreads; ++thread) {
+        workers.emplace_back([this, thread] {
+            for (int i = 0; i < kReports; ++i)
+                reportUpgradeStage(panel.page, thread * kReports + i, 4);
+        });
     }
-    Sleep(500); // the dialog fills its lists first
-    wchar_t caption[256] = L"";
-    GetWindowTextW(dialog, caption, 256);
-    constexpr int kFileNameField = 0x480; // edt1 of dlgs.h
-    if (!fileName.empty())
-        SendDlgItemMessageW(dialog, kFileNameField, WM_SETTEXT, 0,
-                            reinterpret_cast<LPARAM>(fileName.c_str()));
-    PostMessageW(dialog, WM_COMMAND, fileName.empty() ? IDCANCEL : IDOK, 0);
-    return caption;
+    for (std::thread &worker : workers)
+        worker.join();
+    QCoreApplication::processEvents();
+    std::vector<int> all(kReports);
+    for (int i = 0; i < kReports; ++i)
+        all[static_cast<size_t>(i)] = i;
+    for (const std::vector<int> &values : seen)
+        EXPECT_EQ(values, all);
 }
+
+// Answers the native file dialog from a thread of its own.
+class FileDialogAnswerer {
+public:
+    // An empty file name presses "Cancel".
+    explicit FileDialogAnswerer(std::wstring fileName)
+        : thread_([this, name = std::move(fileName)] { answer(name); }) {}
+    ~FileDialogAnswerer() { join(); }
+    std::wstring caption() {
+        join();
+        return caption_;
+    }
+
+private:
+    void join() {
+        if (thread_.joinable())
+            thread_.join();
+    }
+
+    void answer(const std::wstring &fileName) {
+        HWND dialog = nullptr;
+        for (int i = 0; i < 500 && !dialog; ++i) {
+            Sleep(20);
+            dialog = FindWindowW(L"#32770", nullptr);
+        }
+        if (!dialog)
+            return;
+        Sleep(500); // the dialog fills its lists first
+        wchar_t text[256] = L"";
+        GetWindowTextW(dialog, text, 256);
+        caption_ = text;
+        if (!fileName.empty()) {
+            EnumChildWindows(dialog, &typeInto, reinterpret_cast<LPARAM>(fileName.c_str()));
+            Sleep(100);
+        }
+        PostMessageW(dialog, WM_COMMAND, fileName.empty() ? IDCANCEL : IDOK, 0);
+    }
+
+    static BOOL CALLBACK typeInto(HWND child, LPARAM fileName) {
+        wchar_t name[64] = L"";
+        GetClassNameW(child, name, 64);
+        if (_wcsicmp(name, L"Edit") != 0 || !IsWindowVisible(child))
+            return TRUE;
+        SendMessageW(child, WM_SETTEXT, 0, fileName);
+        return FALSE;
+    }
+
+    std::wstring caption_;
+    std::thread thread_;
+};
 
 TEST_F(FirmwarePageTest, BrowsingPutsTheChosenFileIntoThePath) {
     const QTemporaryDir folder;
     const QString file = folder.filePath(QStringLiteral("固件.bin"));
     QFile(file).open(QIODevice::WriteOnly);
     panel.window.show();
-    for (const QString &chosen : {file, QString()}) { // cancelling empties the field
-        auto caption =
-            std::async(std::launch::async, answerFileDialog, QDir::toNativeSeparators(chosen).toStdWString());
+    {
+        FileDialogAnswerer answerer(QDir::toNativeSeparators(file).toStdWString());
         panel.browse.click();
-        EXPECT_EQ(caption.get(), L"select file to save setting");
-        EXPECT_EQ(panel.path.text(), chosen);
+        EXPECT_EQ(answerer.caption(), L"select file to save setting");
+        EXPECT_EQ(panel.path.text(), file);
     }
+    FileDialogAnswerer answerer(L"");
+    panel.browse.click();
+    EXPECT_EQ(answerer.caption(), L"select file to save setting");
+    EXPECT_EQ(panel.path.text(), QString()) << "cancelling empties the field";
 }
 
 } // namespace

@@ -95,7 +95,7 @@ void VirtualHid::reenumerate() {
 }
 
 void VirtualHid::unplugAll() {
-    transfer(VHID_IOCTL_RESET, nullptr, 0);
+    send(VHID_IOCTL_RESET, nullptr, 0);
     UniqueRegistryKey root;
     if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, kRootKey, 0, KEY_ALL_ACCESS, root.put()) != ERROR_SUCCESS)
         return;
@@ -108,7 +108,7 @@ void VirtualHid::unplugAll() {
     for (const std::wstring &id : ids)
         RegDeleteTreeW(root.get(), id.c_str());
     reenumerate();
-    transfer(VHID_IOCTL_RESET, nullptr, 0);
+    send(VHID_IOCTL_RESET, nullptr, 0);
 }
 
 std::wstring VirtualHid::plug(const std::wstring &id, const std::wstring &instance) {
@@ -136,34 +136,56 @@ void VirtualHid::unplug(const std::wstring &id, const std::wstring &instance) {
 }
 
 void VirtualHid::setDescriptor(const Report &descriptor) {
-    transfer(VHID_IOCTL_SET_DESCRIPTOR, descriptor.data(), descriptor.size());
+    send(VHID_IOCTL_SET_DESCRIPTOR, descriptor.data(), descriptor.size());
 }
 
 void VirtualHid::input(const Report &report, const std::wstring &device) {
     VhidInput request{};
     device.copy(request.device, ARRAYSIZE(request.device) - 1);
-    request.report.length = static_cast<ULONG>(std::min(report.size(), sizeof request.report.bytes));
-    std::copy_n(report.begin(), request.report.length, request.report.bytes);
-    transfer(VHID_IOCTL_INPUT, &request, sizeof request);
+    request.length = static_cast<ULONG>(std::min(report.size(), sizeof request.bytes));
+    std::copy_n(report.begin(), request.length, request.bytes);
+    send(VHID_IOCTL_INPUT, &request, sizeof request);
 }
 
-VirtualHid::Report VirtualHid::nextReport(unsigned timeoutMs) {
-    VhidReport report{};
-    waitUntil(timeoutMs, [&] {
-        transfer(VHID_IOCTL_NEXT_REPORT, nullptr, 0, &report, sizeof report);
-        return report.length != 0;
+std::optional<VirtualHid::Event> VirtualHid::nextEvent(unsigned timeoutMs) {
+    VhidEvent event{};
+    const bool came = waitUntil(timeoutMs, [&] {
+        receive(VHID_IOCTL_NEXT_EVENT, &event, sizeof event);
+        return event.kind != VHID_NONE;
     });
-    return Report(report.bytes, report.bytes + report.length);
+    if (!came)
+        return {};
+    return Event{static_cast<VhidKind>(event.kind), Report(event.bytes, event.bytes + event.length)};
+}
+
+VirtualHid::Report VirtualHid::nextReport(VhidKind kind, unsigned timeoutMs) {
+    while (const std::optional<Event> event = nextEvent(timeoutMs)) {
+        if (event->kind == kind)
+            return event->report;
+    }
+    return {};
+}
+
+void VirtualHid::fail(VhidKind kind, int32_t status, unsigned count) {
+    const VhidFailure request{static_cast<ULONG>(kind), status, count};
+    send(VHID_IOCTL_FAIL, &request, sizeof request);
 }
 
 void VirtualHid::holdWrites(bool hold) {
     const ULONG request = hold;
-    transfer(VHID_IOCTL_HOLD_WRITES, &request, sizeof request);
+    send(VHID_IOCTL_HOLD_WRITES, &request, sizeof request);
+}
+
+void VirtualHid::setFeature(const Report &data) {
+    VhidFeature request{};
+    request.length = static_cast<ULONG>(std::min(data.size(), sizeof request.bytes));
+    std::copy_n(data.begin(), request.length, request.bytes);
+    send(VHID_IOCTL_SET_FEATURE, &request, sizeof request);
 }
 
 VhidCounters VirtualHid::counters() {
     VhidCounters result{};
-    transfer(VHID_IOCTL_COUNTERS, nullptr, 0, &result, sizeof result);
+    receive(VHID_IOCTL_COUNTERS, &result, sizeof result);
     return result;
 }
 
@@ -184,13 +206,20 @@ bool VirtualHid::waitForMoreHandles(ULONG than) {
 }
 
 // The control device answers every request at once, so that the overlapped handle is waited for here.
-void VirtualHid::transfer(DWORD request, const void *input, size_t inputLength, void *output,
-                          size_t outputLength) {
+void VirtualHid::send(DWORD request, const void *input, size_t length) {
     OVERLAPPED overlapped{};
     DWORD count = 0;
-    const BOOL done =
-        DeviceIoControl(control_.get(), request, const_cast<void *>(input), static_cast<DWORD>(inputLength),
-                        output, static_cast<DWORD>(outputLength), &count, &overlapped);
+    const BOOL done = DeviceIoControl(control_.get(), request, const_cast<void *>(input),
+                                      static_cast<DWORD>(length), nullptr, 0, &count, &overlapped);
+    require(done || GetLastError() == ERROR_IO_PENDING, "request");
+    require(GetOverlappedResult(control_.get(), &overlapped, &count, TRUE), "request");
+}
+
+void VirtualHid::receive(DWORD request, void *output, size_t length) {
+    OVERLAPPED overlapped{};
+    DWORD count = 0;
+    const BOOL done = DeviceIoControl(control_.get(), request, nullptr, 0, output, static_cast<DWORD>(length),
+                                      &count, &overlapped);
     require(done || GetLastError() == ERROR_IO_PENDING, "request");
     require(GetOverlappedResult(control_.get(), &overlapped, &count, TRUE), "request");
 }

@@ -110,6 +110,7 @@ void Panel::prepare() {
     fs::remove_all(folder(), ignored);
     fs::remove(kJournal, ignored);
     fs::copy(QOR_DIST_DIR, folder(), fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+    fs::remove_all(folder() + L"\\config", ignored); // left by a panel that ran in the folder itself
 
     RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\QorSoundKit");
     RegDeleteTreeW(HKEY_CURRENT_USER, L"SOFTWARE\\QorSoundKit");

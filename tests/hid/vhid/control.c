@@ -18,17 +18,35 @@ void deleteControlDevice(void) {
     IoDeleteDevice(driver.control);
 }
 
-void recordReport(const UCHAR *bytes, ULONG length) {
-    struct VhidReport *report;
+void recordEvent(enum VhidKind kind, const UCHAR *bytes, ULONG length) {
+    struct VhidEvent *event;
+    KIRQL irql;
+
+    length = min(length, VHID_LARGEST_REPORT);
+    KeAcquireSpinLock(&driver.lock, &irql);
+    if (driver.eventCount == QUEUED_EVENTS) {
+        driver.firstEvent = (driver.firstEvent + 1) % QUEUED_EVENTS;
+        --driver.eventCount;
+    }
+    event = &driver.events[(driver.firstEvent + driver.eventCount++) % QUEUED_EVENTS];
+    event->kind = kind;
+    event->length = length;
+    memcpy(event->bytes, bytes, length);
+    KeReleaseSpinLock(&driver.lock, irql);
+}
+
+BOOLEAN takeFailure(enum VhidKind kind, NTSTATUS *status) {
+    BOOLEAN fails;
     KIRQL irql;
 
     KeAcquireSpinLock(&driver.lock, &irql);
-    report = &driver.reports[(driver.firstReport + driver.reportCount) % QUEUED_REPORTS];
-    report->length = min(length, VHID_LARGEST_REPORT);
-    memcpy(report->bytes, bytes, report->length);
-    if (driver.reportCount < QUEUED_REPORTS - 1)
-        ++driver.reportCount;
+    fails = driver.failures[kind].count != 0;
+    if (fails) {
+        --driver.failures[kind].count;
+        *status = driver.failures[kind].status;
+    }
     KeReleaseSpinLock(&driver.lock, irql);
+    return fails;
 }
 
 void releaseHeldWrites(NTSTATUS failure) {
@@ -38,8 +56,10 @@ void releaseHeldWrites(NTSTATUS failure) {
     do {
         irp = NULL;
         KeAcquireSpinLock(&driver.lock, &irql);
-        if (!IsListEmpty(&driver.heldWrites))
+        if (!IsListEmpty(&driver.heldWrites)) {
             irp = CONTAINING_RECORD(RemoveHeadList(&driver.heldWrites), IRP, Tail.Overlay.ListEntry);
+            --driver.counters.heldWrites;
+        }
         KeReleaseSpinLock(&driver.lock, irql);
         if (irp && failure)
             complete(irp, failure, 0);
@@ -57,6 +77,7 @@ static BOOLEAN holdWrite(PIRP irp) {
     if (held) {
         IoMarkIrpPending(irp);
         InsertTailList(&driver.heldWrites, &irp->Tail.Overlay.ListEntry);
+        ++driver.counters.heldWrites;
     }
     KeReleaseSpinLock(&driver.lock, irql);
     return held;
@@ -66,72 +87,101 @@ static void reset(void) {
     KIRQL irql;
 
     KeAcquireSpinLock(&driver.lock, &irql);
-    driver.reportCount = 0;
+    driver.eventCount = 0;
     driver.feature.length = 0;
     useReceiverDescriptor();
     driver.holdWrites = FALSE;
+    memset(driver.failures, 0, sizeof driver.failures);
     KeReleaseSpinLock(&driver.lock, irql);
     releaseHeldWrites(STATUS_CANCELLED);
 }
 
-/* Copies out of the driver's state: the host's next report, or the counters. */
+/* Copies out of the driver's state: the next event, or the counters. */
 static ULONG copyOut(ULONG code, void *buffer) {
-    struct VhidReport *report = buffer;
-    ULONG length = sizeof *report;
+    struct VhidEvent *event = buffer;
     KIRQL irql;
+    ULONG length;
 
     KeAcquireSpinLock(&driver.lock, &irql);
     if (code == VHID_IOCTL_COUNTERS) {
         memcpy(buffer, &driver.counters, length = sizeof driver.counters);
-    } else if (driver.reportCount) {
-        *report = driver.reports[driver.firstReport];
-        driver.firstReport = (driver.firstReport + 1) % QUEUED_REPORTS;
-        --driver.reportCount;
+    } else if (driver.eventCount) {
+        memcpy(event, &driver.events[driver.firstEvent], length = sizeof *event);
+        driver.firstEvent = (driver.firstEvent + 1) % QUEUED_EVENTS;
+        --driver.eventCount;
     } else {
-        report->length = 0;
+        memset(event, 0, length = sizeof *event);
     }
     KeReleaseSpinLock(&driver.lock, irql);
     return length;
 }
 
-static void setDescriptor(const void *bytes, ULONG length) {
+static void copyIn(ULONG code, const void *buffer, ULONG length) {
+    const struct VhidFailure *failure = buffer;
     KIRQL irql;
 
     KeAcquireSpinLock(&driver.lock, &irql);
-    driver.nextDescriptorLength = (USHORT)min(length, VHID_LARGEST_DESCRIPTOR);
-    memcpy(driver.nextDescriptor, bytes, driver.nextDescriptorLength);
+    switch (code) {
+    case VHID_IOCTL_FAIL:
+        driver.failures[failure->kind].status = failure->status;
+        driver.failures[failure->kind].count = failure->count;
+        break;
+    case VHID_IOCTL_SET_DESCRIPTOR:
+        driver.nextDescriptorLength = (USHORT)min(length, VHID_LARGEST_DESCRIPTOR);
+        memcpy(driver.nextDescriptor, buffer, driver.nextDescriptorLength);
+        break;
+    case VHID_IOCTL_SET_FEATURE:
+        memcpy(&driver.feature, buffer, sizeof driver.feature);
+        break;
+    case VHID_IOCTL_HOLD_WRITES:
+        driver.holdWrites = *(const ULONG *)buffer != 0;
+        break;
+    }
     KeReleaseSpinLock(&driver.lock, irql);
-}
-
-static void holdWrites(BOOLEAN hold) {
-    driver.holdWrites = hold;
-    if (!hold)
+    if (code == VHID_IOCTL_HOLD_WRITES && !*(const ULONG *)buffer)
         releaseHeldWrites(STATUS_SUCCESS);
 }
 
-/* The controlling program, of one build with this driver, gives every request its struct. */
+/* Least length of the request's input or output. */
+static ULONG requiredLength(ULONG code) {
+    switch (code) {
+    case VHID_IOCTL_INPUT:
+        return sizeof(struct VhidInput);
+    case VHID_IOCTL_NEXT_EVENT:
+        return sizeof(struct VhidEvent);
+    case VHID_IOCTL_FAIL:
+        return sizeof(struct VhidFailure);
+    case VHID_IOCTL_HOLD_WRITES:
+        return sizeof(ULONG);
+    case VHID_IOCTL_SET_DESCRIPTOR:
+        return 1;
+    case VHID_IOCTL_SET_FEATURE:
+        return sizeof(struct VhidFeature);
+    case VHID_IOCTL_COUNTERS:
+        return sizeof(struct VhidCounters);
+    default:
+        return 0;
+    }
+}
+
 static NTSTATUS control(PIRP irp) {
     const PIO_STACK_LOCATION stack = IoGetCurrentIrpStackLocation(irp);
     const ULONG code = stack->Parameters.DeviceIoControl.IoControlCode;
+    const BOOLEAN out = code == VHID_IOCTL_NEXT_EVENT || code == VHID_IOCTL_COUNTERS;
+    const ULONG length = out ? stack->Parameters.DeviceIoControl.OutputBufferLength
+                             : stack->Parameters.DeviceIoControl.InputBufferLength;
     void *buffer = irp->AssociatedIrp.SystemBuffer;
 
-    switch (code) {
-    case VHID_IOCTL_NEXT_REPORT:
-    case VHID_IOCTL_COUNTERS:
+    if (length < requiredLength(code))
+        return complete(irp, STATUS_INVALID_PARAMETER, 0);
+    if (out)
         return complete(irp, STATUS_SUCCESS, copyOut(code, buffer));
-    case VHID_IOCTL_INPUT:
-        pushInput(buffer);
-        break;
-    case VHID_IOCTL_HOLD_WRITES:
-        holdWrites(*(const ULONG *)buffer != 0);
-        break;
-    case VHID_IOCTL_SET_DESCRIPTOR:
-        setDescriptor(buffer, stack->Parameters.DeviceIoControl.InputBufferLength);
-        break;
-    case VHID_IOCTL_RESET:
+    if (code == VHID_IOCTL_RESET)
         reset();
-        break;
-    }
+    else if (code == VHID_IOCTL_INPUT)
+        pushInput(buffer);
+    else
+        copyIn(code, buffer, length);
     return complete(irp, STATUS_SUCCESS, 0);
 }
 

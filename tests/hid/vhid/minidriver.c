@@ -1,41 +1,17 @@
-/* vhid.sys: a HID minidriver for Wine whose devices are controlled by a test program (see vhid.h). Devices
- * are root-enumerated; vendor and product ID come from the device's ID. Here: the driver's start, and the
- * side towards the HID class driver: descriptors, reports, arrival and removal. */
+/* The side towards the HID class driver: descriptors, reports, arrival and removal. */
 #include "driver.h"
-
-struct Driver driver;
-
-/* Vendor-defined collection, report ID 2: input, output and feature reports of 64 bytes. */
-static const UCHAR receiverDescriptor[] = {
-    0x06, 0x00, 0xFF, 0x09, 0x01, 0xA1, 0x01,       /* usage page FF00, usage 1, application collection */
-    0x85, 0x02, 0x15, 0x00, 0x26, 0xFF, 0x00,       /* report ID 2, logical range 0..255 */
-    0x75, 0x08, 0x95, 0x40,                         /* 64 fields of 8 bits */
-    0x09, 0x02, 0x81, 0x02, 0x09, 0x03, 0x91, 0x02, /* input, output */
-    0x09, 0x04, 0xB1, 0x02, 0xC0,                   /* feature, end of collection */
-};
-
-void useReceiverDescriptor(void) {
-    memcpy(driver.nextDescriptor, receiverDescriptor, sizeof receiverDescriptor);
-    driver.nextDescriptorLength = sizeof receiverDescriptor;
-}
-
-NTSTATUS complete(PIRP irp, NTSTATUS status, ULONG_PTR information) {
-    irp->IoStatus.Status = status;
-    irp->IoStatus.Information = information;
-    IoCompleteRequest(irp, IO_NO_INCREMENT);
-    return status;
-}
 
 static struct VirtualDevice *virtualDevice(PDEVICE_OBJECT functionDevice) {
     return ((HID_DEVICE_EXTENSION *)functionDevice->DeviceExtension)->MiniDeviceExtension;
 }
 
-/* Copies the physical device's ID to text. */
-static NTSTATUS queryDeviceId(PDEVICE_OBJECT physical, WCHAR *text, ULONG capacity) {
+/* Appends one of the physical device's IDs to text. */
+static NTSTATUS appendId(PDEVICE_OBJECT physical, BUS_QUERY_ID_TYPE type, WCHAR *text, ULONG capacity) {
     IO_STATUS_BLOCK result = {0};
     PIO_STACK_LOCATION stack;
     KEVENT event;
     PIRP irp;
+    WCHAR *id;
 
     KeInitializeEvent(&event, NotificationEvent, FALSE);
     if (!(irp = IoBuildSynchronousFsdRequest(IRP_MJ_PNP, physical, NULL, 0, NULL, &event, &result)))
@@ -43,13 +19,15 @@ static NTSTATUS queryDeviceId(PDEVICE_OBJECT physical, WCHAR *text, ULONG capaci
     irp->IoStatus.Status = STATUS_NOT_SUPPORTED;
     stack = IoGetNextIrpStackLocation(irp);
     stack->MinorFunction = IRP_MN_QUERY_ID;
-    stack->Parameters.QueryId.IdType = BusQueryDeviceID;
+    stack->Parameters.QueryId.IdType = type;
     if (IoCallDriver(physical, irp) == STATUS_PENDING)
         KeWaitForSingleObject(&event, Executive, KernelMode, FALSE, NULL);
     if (result.Status)
         return result.Status;
-    wcsncpy(text, (WCHAR *)result.Information, capacity - 1);
-    ExFreePool((WCHAR *)result.Information);
+    id = (WCHAR *)result.Information;
+    if (wcslen(text) + wcslen(id) < capacity)
+        wcscat(text, id);
+    ExFreePool(id);
     return STATUS_SUCCESS;
 }
 
@@ -66,7 +44,7 @@ static USHORT numberAfter(const WCHAR *id, const WCHAR *prefix) {
     return number;
 }
 
-static NTSTATUS NTAPI addDevice(PDRIVER_OBJECT object, PDEVICE_OBJECT functionDevice) {
+NTSTATUS NTAPI addDevice(PDRIVER_OBJECT object, PDEVICE_OBJECT functionDevice) {
     struct VirtualDevice *device = virtualDevice(functionDevice);
     PDEVICE_OBJECT physical = ((HID_DEVICE_EXTENSION *)functionDevice->DeviceExtension)->PhysicalDeviceObject;
     NTSTATUS status;
@@ -74,7 +52,10 @@ static NTSTATUS NTAPI addDevice(PDRIVER_OBJECT object, PDEVICE_OBJECT functionDe
 
     (void)object;
     memset(device, 0, sizeof *device);
-    if ((status = queryDeviceId(physical, device->id, ARRAYSIZE(device->id))))
+    if ((status = appendId(physical, BusQueryDeviceID, device->id, ARRAYSIZE(device->id) - 1)))
+        return status;
+    wcscat(device->id, L"\\");
+    if ((status = appendId(physical, BusQueryInstanceID, device->id, ARRAYSIZE(device->id))))
         return status;
     device->vendorId = numberAfter(device->id, L"VID_");
     device->productId = numberAfter(device->id, L"PID_");
@@ -103,7 +84,7 @@ static void endReads(struct VirtualDevice *device) {
         complete(read, STATUS_DELETE_PENDING, 0);
 }
 
-static NTSTATUS NTAPI pnp(PDEVICE_OBJECT functionDevice, PIRP irp) {
+NTSTATUS NTAPI pnp(PDEVICE_OBJECT functionDevice, PIRP irp) {
     const HID_DEVICE_EXTENSION *extension = functionDevice->DeviceExtension;
     const UCHAR minor = IoGetCurrentIrpStackLocation(irp)->MinorFunction;
 
@@ -115,7 +96,7 @@ static NTSTATUS NTAPI pnp(PDEVICE_OBJECT functionDevice, PIRP irp) {
     return IoCallDriver(extension->NextDeviceObject, irp);
 }
 
-static NTSTATUS fillRead(PIRP irp, const struct VhidReport *report) {
+static NTSTATUS fillRead(PIRP irp, const struct Report *report) {
     if (report->length > IoGetCurrentIrpStackLocation(irp)->Parameters.DeviceIoControl.OutputBufferLength)
         return complete(irp, STATUS_BUFFER_OVERFLOW, 0);
     memcpy(irp->UserBuffer, report->bytes, report->length);
@@ -123,7 +104,7 @@ static NTSTATUS fillRead(PIRP irp, const struct VhidReport *report) {
 }
 
 static NTSTATUS readReport(struct VirtualDevice *device, PIRP irp) {
-    struct VhidReport report;
+    struct Report report;
     KIRQL irql;
 
     KeAcquireSpinLock(&driver.lock, &irql);
@@ -146,11 +127,12 @@ static NTSTATUS readReport(struct VirtualDevice *device, PIRP irp) {
 
 void pushInput(const struct VhidInput *input) {
     struct VirtualDevice *device = NULL;
-    const struct VhidReport *report = &input->report;
+    struct Report report = {.length = input->length};
     PLIST_ENTRY entry;
     PIRP read = NULL;
     KIRQL irql;
 
+    memcpy(report.bytes, input->bytes, sizeof report.bytes);
     KeAcquireSpinLock(&driver.lock, &irql);
     for (entry = driver.devices.Flink; entry != &driver.devices; entry = entry->Flink) {
         struct VirtualDevice *candidate = CONTAINING_RECORD(entry, struct VirtualDevice, entry);
@@ -161,42 +143,32 @@ void pushInput(const struct VhidInput *input) {
         read = device->pendingRead;
         device->pendingRead = NULL;
     } else if (device && device->count < QUEUED_REPORTS) {
-        device->queue[(device->first + device->count++) % QUEUED_REPORTS] = *report;
+        device->queue[(device->first + device->count++) % QUEUED_REPORTS] = report;
     }
     KeReleaseSpinLock(&driver.lock, irql);
     if (read)
-        fillRead(read, report);
+        fillRead(read, &report);
 }
 
-/* A report of the host. overcount: Wine's class driver takes 1 off the count of a written numbered report. */
-static NTSTATUS takeReport(PIRP irp, ULONG overcount) {
-    const HID_XFER_PACKET *packet = irp->UserBuffer;
-
-    recordReport(packet->reportBuffer, packet->reportBufferLen);
-    return complete(irp, STATUS_SUCCESS, packet->reportBufferLen + (packet->reportId ? overcount : 0));
-}
-
-static NTSTATUS setFeature(PIRP irp) {
-    const HID_XFER_PACKET *packet = irp->UserBuffer;
-    KIRQL irql;
-
-    KeAcquireSpinLock(&driver.lock, &irql);
-    driver.feature.length = min(packet->reportBufferLen, VHID_LARGEST_REPORT);
-    memcpy(driver.feature.bytes, packet->reportBuffer, driver.feature.length);
-    KeReleaseSpinLock(&driver.lock, irql);
-    return takeReport(irp, 0);
-}
-
-static NTSTATUS getFeature(PIRP irp) {
-    const HID_XFER_PACKET *packet = irp->UserBuffer;
+/* Reports from and to the host, whose packet carries buffer, length and ID. */
+static NTSTATUS transfer(PIRP irp, enum VhidKind kind) {
+    HID_XFER_PACKET *packet = irp->UserBuffer;
+    NTSTATUS status;
     ULONG length;
     KIRQL irql;
 
-    KeAcquireSpinLock(&driver.lock, &irql);
-    length = min(packet->reportBufferLen, driver.feature.length);
-    memcpy(packet->reportBuffer, driver.feature.bytes, length);
-    KeReleaseSpinLock(&driver.lock, irql);
-    return complete(irp, STATUS_SUCCESS, length);
+    recordEvent(kind, packet->reportBuffer, kind == VHID_GET_FEATURE ? 0 : packet->reportBufferLen);
+    if (takeFailure(kind, &status))
+        return complete(irp, status, 0);
+    length = packet->reportBufferLen;
+    if (kind == VHID_GET_FEATURE) {
+        KeAcquireSpinLock(&driver.lock, &irql);
+        length = min(length, driver.feature.length);
+        memcpy(packet->reportBuffer, driver.feature.bytes, length);
+        KeReleaseSpinLock(&driver.lock, irql);
+    }
+    /* Wine's class driver takes 1 off the count of a written numbered report. */
+    return complete(irp, STATUS_SUCCESS, length + (kind == VHID_WRITE && packet->reportId ? 1 : 0));
 }
 
 static NTSTATUS answer(PIRP irp, const void *bytes, ULONG length) {
@@ -205,7 +177,7 @@ static NTSTATUS answer(PIRP irp, const void *bytes, ULONG length) {
     return complete(irp, STATUS_SUCCESS, length);
 }
 
-static NTSTATUS NTAPI internalControl(PDEVICE_OBJECT functionDevice, PIRP irp) {
+NTSTATUS NTAPI internalControl(PDEVICE_OBJECT functionDevice, PIRP irp) {
     struct VirtualDevice *device = virtualDevice(functionDevice);
 
     switch (IoGetCurrentIrpStackLocation(irp)->Parameters.DeviceIoControl.IoControlCode) {
@@ -230,48 +202,12 @@ static NTSTATUS NTAPI internalControl(PDEVICE_OBJECT functionDevice, PIRP irp) {
     case IOCTL_HID_READ_REPORT:
         return readReport(device, irp);
     case IOCTL_HID_WRITE_REPORT:
-        return takeReport(irp, 1);
+        return transfer(irp, VHID_WRITE);
     case IOCTL_HID_SET_FEATURE:
-        return setFeature(irp);
+        return transfer(irp, VHID_SET_FEATURE);
     case IOCTL_HID_GET_FEATURE:
-        return getFeature(irp);
+        return transfer(irp, VHID_GET_FEATURE);
     default:
         return complete(irp, STATUS_NOT_SUPPORTED, 0);
     }
-}
-
-static void NTAPI unload(PDRIVER_OBJECT object) {
-    (void)object;
-    deleteControlDevice();
-}
-
-NTSTATUS NTAPI DriverEntry(PDRIVER_OBJECT object, PUNICODE_STRING registryPath) {
-    static const UCHAR hooked[] = {IRP_MJ_CREATE, IRP_MJ_CLOSE, IRP_MJ_READ, IRP_MJ_WRITE,
-                                   IRP_MJ_DEVICE_CONTROL};
-    HID_MINIDRIVER_REGISTRATION registration = {.Revision = HID_REVISION,
-                                                .DriverObject = object,
-                                                .RegistryPath = registryPath,
-                                                .DeviceExtensionSize = sizeof(struct VirtualDevice)};
-    NTSTATUS status;
-    ULONG i;
-
-    KeInitializeSpinLock(&driver.lock);
-    InitializeListHead(&driver.devices);
-    InitializeListHead(&driver.heldWrites);
-    useReceiverDescriptor();
-
-    object->DriverExtension->AddDevice = addDevice;
-    object->DriverUnload = unload;
-    object->MajorFunction[IRP_MJ_PNP] = pnp;
-    object->MajorFunction[IRP_MJ_INTERNAL_DEVICE_CONTROL] = internalControl;
-    if ((status = HidRegisterMinidriver(&registration)))
-        return status;
-
-    /* The class driver has taken the dispatch table over; step in front of it for the control device, for
-     * held writes and for what Wine's class driver does not offer. */
-    for (i = 0; i < sizeof hooked; ++i) {
-        driver.classDispatch[hooked[i]] = object->MajorFunction[hooked[i]];
-        object->MajorFunction[hooked[i]] = hook;
-    }
-    return createControlDevice(object);
 }
