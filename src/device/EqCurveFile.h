@@ -9,8 +9,8 @@
 
 namespace EqCurveFile {
 
-// Fills the store with what the file holds, clamped to what it can hold. A missing file is made of zeros, a
-// missing folder too. Afterwards every field of the store is in range.
+// Fills the store with what the file holds, count and current clamped to their ranges. A missing file is made
+// of zeros, a missing folder too.
 void load(const std::wstring &path, EqCurveStore &store);
 
 // Replaces the file by the store. The bytes go to a file beside it first, which then takes its place, so that

@@ -23,8 +23,8 @@ void sanitise(EqCurveStore &store) {
 
 // The image is packed and may lie at an odd address, so names are copied out before they are read as UTF-16.
 std::u16string nameOf(const EqCurve &curve) {
-    char16_t units[kNameUnits + 2]{};
-    std::memcpy(units, curve.name, sizeof curve.name);
+    char16_t units[kNameUnits + 1]{};
+    std::memcpy(units, curve.name, kNameUnits * sizeof(char16_t));
     return units;
 }
 

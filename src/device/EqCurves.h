@@ -17,6 +17,7 @@ constexpr int kNameUnits = 31;
 // Clamps count to 0..10 and current to 0..9, so that no later step reads outside the record.
 void sanitise(EqCurveStore &store);
 
+// At most kNameUnits units, also of a record whose name has lost its end.
 std::u16string nameOf(const EqCurve &curve);
 
 // Index of the first counted record of that name.

@@ -6,7 +6,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <string>
 #include <windows.h>
 
@@ -31,9 +30,8 @@ int WriteFileBytes(const wchar_t *path, const void *bytes, size_t byteCount) {
 void ReadFileBytes(const wchar_t *, void *, size_t) {}
 
 TEST(EqCurveFileFault, OldCurvesSurviveASaveThatStopsInTheMiddle) {
-    wchar_t temp[MAX_PATH];
-    GetTempPathW(MAX_PATH, temp);
-    const fs::path folder = fs::path(temp) / (L"eq_faults_" + std::to_wstring(GetCurrentProcessId()));
+    const fs::path folder =
+        fs::temp_directory_path() / (L"eq_faults_" + std::to_wstring(GetCurrentProcessId()));
     const fs::path file = folder / L"eqs.bin";
     const std::string old(748, 'o');
     for (const Fault each : {Fault::FullDisk, Fault::FullDiskUnnoticed, Fault::ProcessEnds}) {
@@ -43,7 +41,7 @@ TEST(EqCurveFileFault, OldCurvesSurviveASaveThatStopsInTheMiddle) {
         fault = each;
         try {
             EqCurveFile::save(file.wstring(), EqCurveStore{});
-            EXPECT_EQ(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 1);
+            EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);
         } catch (const ProcessEnd &) {
         }
         std::ifstream in(file, std::ios::binary);

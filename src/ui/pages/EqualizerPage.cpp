@@ -46,7 +46,6 @@ EqualizerPage::EqualizerPage(PageContext context, ExclusiveEffects &effects, std
 }
 
 void EqualizerPage::findControls() {
-    const FlagScope filling(context_.volume.volumeUpdating);
     for (size_t band = 0; band < bands_.size(); ++band) {
         const int name = kFirstBandName + static_cast<int>(band);
         bands_[band] = {context_.window.findChild<QSlider *>(QStringLiteral("verticalSlider_%1").arg(name)),
@@ -138,8 +137,12 @@ void EqualizerPage::resetCurve() {
 }
 
 void EqualizerPage::recallCurve(const QString &name) {
-    if (isOn() && EqCurves::recall(context_.device.curves, toUnits(name), context_.device.extension))
+    if (!isOn())
+        return;
+    if (EqCurves::recall(context_.device.curves, toUnits(name), context_.device.extension))
         refreshEqSliders();
+    else
+        ShowMessage(QStringLiteral("not found"), nullptr, MB_OK);
 }
 
 void EqualizerPage::saveCurve() {

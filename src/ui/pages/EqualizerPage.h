@@ -26,7 +26,7 @@ public:
     void retranslated();
 
 private slots:
-    // Sends the stored curve of that name through the sliders.
+    // Sends the stored curve of that name through the sliders; a box says when there is none.
     void recallCurve(const QString &name);
 
 private:

@@ -1,6 +1,5 @@
 #include "ui/pages/EqualizerPage.h"
 
-#include "device/EqCurveFile.h"
 #include "device/EqCurves.h"
 #include "support/BoxAnswerer.h"
 #include "ui/pages/PageTest.h"
@@ -20,7 +19,10 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
+using Gains = std::vector<int>;
+
 constexpr char kWrite[] = "setDeviceProperty(3)";
+const Gains kFlat(10, 0);
 
 class EqualizerPageTest : public PageTest {
 protected:
@@ -29,12 +31,8 @@ protected:
     void start(bool on) {
         device.sound.equalizerOn = on;
         device.info.sound = device.sound;
-        recorder.info = device.info;
-        path = (folder.path() + "/eqs.bin").toStdWString();
-        page.reset();
         effects = std::make_unique<ExclusiveEffects>(context(), rotationTimer, nullptr);
-        page = std::make_unique<EqualizerPage>(context(), *effects, path, nullptr);
-        recorder.calls.clear();
+        page = std::make_unique<EqualizerPage>(context(), *effects, path.toStdWString(), nullptr);
     }
 
     QSlider *slider(int band) const {
@@ -44,9 +42,16 @@ protected:
         return window.findChild<QLabel *>(QString("jhq_lab_%1").arg(9 + band))->text();
     }
     QPushButton *preset(int i) const { return window.findChild<QPushButton *>(QString("btn_jhq%1").arg(i)); }
-    QComboBox &names() const { return *form.comboBox; }
 
-    void expectShown(const std::vector<int> &gains) const {
+    void setAll(int gain) const {
+        for (int band = 1; band <= 10; ++band)
+            slider(band)->setValue(gain + 20);
+    }
+
+    // On the sliders, beside them and, when there was a write, on the device.
+    void expectGains(const Gains &gains) const {
+        EXPECT_EQ(Gains(device.extension.gain, device.extension.gain + 10), gains);
+        EXPECT_EQ(Gains(recorder.extension.gain, recorder.extension.gain + 10), gains);
         for (int band = 1; band <= 10; ++band) {
             const int gain = gains[static_cast<size_t>(band - 1)];
             EXPECT_EQ(slider(band)->value(), gain + 20) << band;
@@ -54,37 +59,39 @@ protected:
         }
     }
 
-    void setAll(int sliderValue) const {
-        for (int band = 1; band <= 10; ++band)
-            slider(band)->setValue(sliderValue);
+    template<typename Act>
+    std::vector<std::string> callsOf(Act act) {
+        recorder.calls.clear();
+        act();
+        return recorder.calls;
     }
 
     void saveAs(const QString &name) const {
-        names().setEditText(name);
+        form.comboBox->setEditText(name);
         form.pushButton_25->click();
     }
 
     // What the box emits when the user picks an item.
     void choose(const QString &name) const {
-        QMetaObject::invokeMethod(&names(), "activated", Q_ARG(QString, name));
+        QMetaObject::invokeMethod(form.comboBox, "activated", Q_ARG(QString, name));
     }
 
     QByteArray fileBytes() const {
-        QFile file(QString::fromStdWString(path));
+        QFile file(path);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
     QByteArray storeBytes() const {
         return {reinterpret_cast<const char *>(&device.curves), int(sizeof device.curves)};
     }
-    QStringList items() const {
+    QStringList names() const {
         QStringList list;
-        for (int i = 0; i < names().count(); ++i)
-            list << names().itemText(i);
+        for (int i = 0; i < form.comboBox->count(); ++i)
+            list << form.comboBox->itemText(i);
         return list;
     }
 
     QTemporaryDir folder;
-    std::wstring path;
+    const QString path = folder.path() + "/eqs.bin";
     QTimer rotationTimer;
     std::unique_ptr<ExclusiveEffects> effects;
     std::unique_ptr<EqualizerPage> page;
@@ -103,52 +110,39 @@ TEST_F(EqualizerPageTest, SetUpShowsTheBlockAndTheStoreAndSendsNothing) {
     EXPECT_EQ(slider(7)->value(), 40);
     EXPECT_EQ(slider(8)->value(), 0);
     EXPECT_EQ(label(3) + label(4) + label(5), "0+1-1");
-    EXPECT_EQ(items(), (QStringList{"a", QString(QChar(0xFEFF)) + "b", "业\r\n"}));
-    EXPECT_EQ(names().currentIndex(), 1);
+    EXPECT_EQ(names(), (QStringList{"a", QString(QChar(0xFEFF)) + "b", "业\r\n"}));
+    EXPECT_EQ(form.comboBox->currentIndex(), 1);
     // The two texts with Kangxi radicals, by code point.
     EXPECT_EQ(preset(9)->text(), QString::fromUtf8("\xE2\xBE\x84臻流\xE2\xBE\x8F"));
     EXPECT_EQ(preset(10)->text().at(0).unicode(), 0x2F08);
 }
 
+// After the write the device's own sound image holds, whatever the panel had in its block.
 TEST_F(EqualizerPageTest, EverySliderStepIsOneWriteAlsoWhileOff) {
     start(false);
-    for (int band = 1; band <= 10; ++band) {
-        recorder.calls.clear();
-        slider(band)->setValue(31 - band);
-        EXPECT_THAT(recorder.calls, ElementsAre(kWrite));
-        EXPECT_EQ(recorder.extension.gain[band - 1], 11 - band);
-    }
-    expectShown({10, 9, 8, 7, 6, 5, 4, 3, 2, 1});
-}
-
-// After the write the device's own sound image holds, whatever the panel had in its block.
-TEST_F(EqualizerPageTest, SoundBlockIsTakenFromTheDevicesImageAfterEachWrite) {
-    start(true);
     recorder.onWrite = [this] { device.info.sound.room = 3; };
-    slider(1)->setValue(33);
+    for (int band = 1; band <= 10; ++band)
+        EXPECT_THAT(callsOf([&] { slider(band)->setValue(31 - band); }), ElementsAre(kWrite));
+    expectGains({10, 9, 8, 7, 6, 5, 4, 3, 2, 1});
     EXPECT_EQ(device.sound.room, 3);
     recorder.onWrite = nullptr;
 }
 
 TEST_F(EqualizerPageTest, PresetIsMarkedShownAndSentOnceAndResetGoesBackToIt) {
     start(true);
-    setAll(7);
-    const auto expectOneWrite = [this](QPushButton *button, const std::vector<int> &expected) {
-        recorder.calls.clear();
-        button->click();
-        EXPECT_THAT(recorder.calls, ElementsAre(kWrite));
-        EXPECT_EQ(std::vector<int>(device.extension.gain, device.extension.gain + 10), expected);
-        expectShown(expected);
+    const auto expectOneWrite = [this](QPushButton *button, const Gains &expected) {
+        setAll(-13);
+        EXPECT_THAT(callsOf([&] { button->click(); }), ElementsAre(kWrite));
+        expectGains(expected);
     };
-    expectOneWrite(form.pushButton_26, std::vector<int>(10, 0)); // no preset yet
+    expectOneWrite(form.pushButton_26, kFlat); // no preset yet
     expectOneWrite(preset(5), {11, 8, 4, 5, -3, 3, 8, -5, 3, 6});
     EXPECT_EQ(form.jhq_lab_20->text(), "使命召唤");
     expectOneWrite(preset(9), {5, 6, 3, -2, -1, -1, 2, 4, 5, 3});
     for (int i = 0; i < 12; ++i)
-        EXPECT_TRUE(preset(i)->styleSheet().contains(i == 9 ? "background: rgba(110,110,110,1);"
-                                                            : "background: rgba(0,0,0,1);"))
-            << i << preset(i)->styleSheet().toStdString();
-    setAll(35);
+        EXPECT_EQ(preset(i)->styleSheet(),
+                  i == 9 ? "background: rgba(110,110,110,1);" : "background: rgba(0,0,0,1);")
+            << i;
     expectOneWrite(form.pushButton_26, {5, 6, 3, -2, -1, -1, 2, 4, 5, 3});
 }
 
@@ -156,68 +150,59 @@ TEST_F(EqualizerPageTest, WhileOffOnlySlidersDoAnything) {
     start(true);
     saveAs("kept");
     form.pushButton_6->click();
-    setAll(33);
-    recorder.calls.clear();
+    setAll(13);
     const QByteArray store = storeBytes(), file = fileBytes();
-    for (QPushButton *button : {preset(0), form.pushButton_26, form.pushButton_25, form.pushButton_24})
-        emit button->clicked();
-    choose("kept");
-    names().setEditText("other");
-    emit form.pushButton_25->clicked();
-    EXPECT_THAT(recorder.calls, IsEmpty());
+    EXPECT_THAT(callsOf([this] {
+                    for (QPushButton *button :
+                         {preset(0), form.pushButton_26, form.pushButton_25, form.pushButton_24})
+                        emit button->clicked();
+                    choose("kept");
+                    choose("unknown");
+                    form.comboBox->setEditText("other");
+                    emit form.pushButton_25->clicked();
+                }),
+                IsEmpty());
     EXPECT_EQ(storeBytes(), store);
     EXPECT_EQ(fileBytes(), file);
-    EXPECT_EQ(items(), QStringList("kept"));
-    expectShown(std::vector<int>(10, 13));
+    EXPECT_EQ(names(), QStringList("kept"));
+    expectGains(Gains(10, 13));
 }
 
 TEST_F(EqualizerPageTest, CurvesAreSavedChosenAndDeleted) {
     start(true);
-    setAll(21);
-    saveAs("一号");
-    QByteArray onDisk = storeBytes();
-    onDisk[0] = 0; // a new curve is written before it is counted
-    EXPECT_EQ(fileBytes(), onDisk);
-    EXPECT_EQ(device.curves.count, 1);
-
-    setAll(22);
-    saveAs("b");
-    setAll(23);
-    saveAs("B");
-    EXPECT_EQ(items(), (QStringList{"一号", "b", "B"}));
-
-    // Choosing sends each changed band through its slider; the last write holds the whole curve.
-    slider(4)->setValue(22);
+    for (const char *name : {"一号", "b", "B"}) {
+        setAll(names().size());
+        saveAs(name);
+    }
+    EXPECT_EQ(names(), (QStringList{"一号", "b", "B"}));
     const QByteArray file = fileBytes();
-    recorder.calls.clear();
-    choose("b");
-    EXPECT_THAT(recorder.calls, SizeIs(9));
-    EXPECT_THAT(recorder.calls, Each(std::string(kWrite)));
-    EXPECT_THAT(recorder.extension.gain, Each(2));
+    QByteArray counted = file;
+    counted[0] = 3; // the last curve is on the disk, but not yet counted there
+    EXPECT_EQ(storeBytes(), counted);
+
+    // Choosing sends each changed band through its slider; the file stays as it is.
+    slider(4)->setValue(21);
+    const auto calls = callsOf([this] { choose("b"); });
+    EXPECT_THAT(calls, SizeIs(9));
+    EXPECT_THAT(calls, Each(std::string(kWrite)));
+    expectGains(Gains(10, 1));
     EXPECT_EQ(device.curves.current, 1);
     EXPECT_EQ(fileBytes(), file);
-    choose("unknown");
-    EXPECT_THAT(recorder.calls, SizeIs(9));
 
-    // Saving under a known name replaces its gains, and the file then holds the true count.
-    setAll(39);
-    saveAs("b");
-    EXPECT_EQ(items().size(), 3);
-    EXPECT_EQ(fileBytes(), storeBytes());
-    EXPECT_THAT(device.curves.curve[1].gain, Each(19));
+    BoxAnswerer answerer(0);
+    EXPECT_THAT(callsOf([this] { choose("unknown"); }), IsEmpty());
+    EXPECT_EQ(answerer.box().text, L"not found");
 
-    form.pushButton_24->click();
-    EXPECT_EQ(items(), (QStringList{"一号", "B"}));
-    EXPECT_EQ(names().currentText(), "B");
-    EXPECT_EQ(fileBytes(), storeBytes());
-    form.pushButton_24->click();
-    EXPECT_EQ(names().currentText(), "一号");
-    form.pushButton_24->click();
-    EXPECT_EQ(names().currentText(), "");
+    form.comboBox->setCurrentText("b");
+    for (const char *shown : {"B", "一号", ""}) {
+        form.pushButton_24->click();
+        EXPECT_EQ(form.comboBox->currentText(), shown);
+        EXPECT_EQ(fileBytes(), storeBytes());
+    }
     EXPECT_EQ(fileBytes(), QByteArray(748, 0));
 }
 
-TEST_F(EqualizerPageTest, EleventhCurveIsRefusedInABox) {
+TEST_F(EqualizerPageTest, EleventhNameIsRefusedInABoxAndKnownOnesStayReplaceable) {
     start(true);
     for (int i = 0; i < 10; ++i)
         saveAs(QString::number(i));
@@ -226,7 +211,11 @@ TEST_F(EqualizerPageTest, EleventhCurveIsRefusedInABox) {
     saveAs("eleven");
     EXPECT_EQ(answerer.box().text, L"too many EQ info to save");
     EXPECT_EQ(storeBytes(), store);
-    EXPECT_EQ(names().count(), 10);
+    setAll(-20);
+    saveAs("3");
+    EXPECT_THAT(device.curves.curve[3].gain, Each(-20));
+    EXPECT_EQ(fileBytes(), storeBytes());
+    EXPECT_EQ(names().size(), 10);
 }
 
 // Typing a name must neither complete to another, nor add an item, nor load a curve over the gains to be
@@ -237,10 +226,9 @@ TEST_F(EqualizerPageTest, TypedNamesStayWhatTheyAre) {
     form.stackedWidget->setCurrentIndex(2);
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
     saveAs("Alpha");
-    setAll(30);
-    recorder.calls.clear();
+    setAll(10);
 
-    QLineEdit &edit = *names().lineEdit();
+    QLineEdit &edit = *form.comboBox->lineEdit();
     const auto type = [&edit](const QString &text) {
         edit.setFocus();
         edit.selectAll();
@@ -249,12 +237,11 @@ TEST_F(EqualizerPageTest, TypedNamesStayWhatTheyAre) {
         return edit.text();
     };
     EXPECT_EQ(type("al"), "al");
-    EXPECT_EQ(items(), QStringList("Alpha"));
+    EXPECT_EQ(names(), QStringList("Alpha"));
     EXPECT_EQ(type(QString(40, 'x')), QString(31, 'x'));
-    names().setCurrentIndex(-1);
+    form.comboBox->setCurrentIndex(-1);
     edit.setText("Alpha");
     form.pushButton_26->setFocus();
-    EXPECT_THAT(recorder.calls, IsEmpty());
     form.pushButton_25->click();
     EXPECT_THAT(device.curves.curve[0].gain, Each(10));
 }
