@@ -146,8 +146,8 @@ void WriteMultiStringValue(std::wstring keyPath, std::wstring valueName,
 }
 
 void CreateKey(std::wstring keyPath, SECURITY_ATTRIBUTES *attributes) {
-    const KeyPath path = splitKeyPath(keyPath);
     const UniqueLocalMemory descriptor(attributes ? attributes->lpSecurityDescriptor : nullptr);
+    const KeyPath path = splitKeyPath(keyPath);
     UniqueRegistryKey key;
     const LSTATUS status =
         RegCreateKeyExW(path.root, path.subKey.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
