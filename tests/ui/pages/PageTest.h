@@ -20,6 +20,17 @@ protected:
     // Lets queued signals and posted events arrive.
     static void settle();
 
+    // The calls of the device library since the last time.
+    std::vector<std::string> takeCalls();
+
+    // Whether the widget's own style sheet holds the text.
+    static bool shows(const QWidget *widget, const char *text);
+
+    // Of the `count` buttons named by the pattern, number `marked` (0: none) shows the mark.
+    void expectMarked(const char *pattern, int count, int marked,
+                      const char *mark = "border: 1px solid #ef0303;",
+                      const char *none = "border: none;") const;
+
     DeviceRecorder &recorder;
     DeviceState device;
     VolumeFlags volume;
