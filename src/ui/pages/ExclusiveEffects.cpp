@@ -35,7 +35,6 @@ bool ExclusiveEffects::isOn(Effect effect) const {
 void ExclusiveEffects::show(const Controls &controls) const {
     const bool on = isOn(controls.effect);
     StyleSheetText::showSwitch(*controls.switchButton, on);
-    controls.switchButton->setChecked(on);
     if (controls.caption)
         StyleSheetText::showCaption(*controls.caption, on);
     for (QWidget *widget : controls.panel)

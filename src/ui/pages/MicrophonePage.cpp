@@ -111,9 +111,7 @@ void MicrophonePage::sendEndpointLevel() {
 }
 
 void MicrophonePage::showDriver() {
-    const bool on = context_.device.system.head.micPageSwitch != 0;
-    StyleSheetText::showSwitch(*context_.form.pushButton_5, on);
-    context_.form.pushButton_5->setChecked(on);
+    StyleSheetText::showSwitch(*context_.form.pushButton_5, context_.device.system.head.micPageSwitch != 0);
 }
 
 void MicrophonePage::showMute() {

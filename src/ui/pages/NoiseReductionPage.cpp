@@ -62,6 +62,5 @@ void NoiseReductionPage::showNoiseReduction() {
                                    : QStringLiteral("url(:/right/png/jiangzao_pic_nor.png)"));
     StyleSheetText::showSwitch(*form.pushButton_29, on);
     StyleSheetText::showCaption(*form.label_224, on);
-    form.pushButton_29->setChecked(on);
     form.widget_50->setEnabled(on);
 }

@@ -40,7 +40,6 @@ void RoomEffectsPage::showStored() {
         form.comboBox_2->setCurrentIndex(sound.position - 1);
     }
     StyleSheetText::showSwitch(*form.pushButton_27, sound.hiddenSwitch == 1);
-    form.pushButton_27->setChecked(sound.hiddenSwitch == 1);
     form.comboBox_2->hide();
     form.pushButton_27->hide();
     form.label_175->hide();

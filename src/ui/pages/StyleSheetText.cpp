@@ -34,8 +34,9 @@ const QRegularExpression &declarationOf(const QString &property) {
 
 } // namespace
 
-void showSwitch(QWidget &button, bool on) {
+void showSwitch(QAbstractButton &button, bool on) {
     exchange(button, on, "btn_open.png", "btn_close.png");
+    button.setChecked(on);
 }
 
 void showCaption(QWidget &caption, bool on) {

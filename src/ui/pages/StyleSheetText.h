@@ -2,6 +2,7 @@
 // case-sensitively.
 #pragma once
 
+#include <QAbstractButton>
 #include <QString>
 #include <QWidget>
 
@@ -10,8 +11,8 @@ namespace StyleSheetText {
 // Replaces every occurrence of `from` by `to` in the widget's own style sheet.
 void replace(QWidget &widget, const QString &from, const QString &to);
 
-// Switch buttons: "btn_open.png" when on, "btn_close.png" when off.
-void showSwitch(QWidget &button, bool on);
+// Switch buttons: "btn_open.png" and checked when on, "btn_close.png" and unchecked when off.
+void showSwitch(QAbstractButton &button, bool on);
 
 // Captions: "color: #FFFFFF;" when on, "color: #444645;" when off.
 void showCaption(QWidget &caption, bool on);

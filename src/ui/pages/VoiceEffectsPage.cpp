@@ -95,9 +95,8 @@ void VoiceEffectsPage::showEffects() {
     const bool on = context_.device.system.head.voiceEffectOn != 0;
     StyleSheetText::showSwitch(*form.pushButton_8, on);
     StyleSheetText::showCaption(*form.label_18, on);
-    form.pushButton_8->setChecked(on);
     form.checkBox_6->setChecked(on);
-    for (QWidget *part : {static_cast<QWidget *>(form.widget_41), static_cast<QWidget *>(form.checkBox_5),
-                          static_cast<QWidget *>(form.widget_46)})
+    const std::array<QWidget *, 3> panel{form.widget_41, form.checkBox_5, form.widget_46};
+    for (QWidget *part : panel)
         part->setEnabled(on);
 }
