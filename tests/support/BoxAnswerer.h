@@ -18,13 +18,9 @@ public:
         HWND owner = nullptr;
     };
 
-    // buttonIndex: the button to click, 0 is the leftmost. Gives up after the time-out without a box.
-    explicit BoxAnswerer(size_t buttonIndex, std::chrono::milliseconds timeOut = std::chrono::seconds(10))
-        : thread_([this, buttonIndex, timeOut] { answer(buttonIndex, timeOut); }) {}
-    ~BoxAnswerer() {
-        if (thread_.joinable())
-            thread_.join();
-    }
+    // buttonIndex: the button to click, 0 is the leftmost. Gives up after ten seconds without a box.
+    explicit BoxAnswerer(size_t buttonIndex) : thread_([this, buttonIndex] { answer(buttonIndex); }) {}
+    ~BoxAnswerer() { box(); }
     BoxAnswerer(const BoxAnswerer &) = delete;
     BoxAnswerer &operator=(const BoxAnswerer &) = delete;
 
@@ -37,60 +33,46 @@ public:
 
 private:
     static std::wstring textOf(HWND window) {
-        std::wstring text(512, L'\0');
-        const LRESULT length =
-            SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
-        text.resize(static_cast<size_t>(length));
+        wchar_t text[512] = L"";
+        SendMessageW(window, WM_GETTEXT, 512, reinterpret_cast<LPARAM>(text));
         return text;
     }
 
-    static std::wstring classOf(HWND window) {
-        wchar_t name[64] = L"";
-        GetClassNameW(window, name, 64);
-        return name;
-    }
-
-    static BOOL CALLBACK isBox(HWND window, LPARAM result) {
-        DWORD process = 0;
-        GetWindowThreadProcessId(window, &process);
-        if (process != GetCurrentProcessId() || !IsWindowVisible(window) || classOf(window) != L"#32770")
-            return TRUE;
-        *reinterpret_cast<HWND *>(result) = window;
-        return FALSE;
-    }
-
-    static BOOL CALLBACK collectChild(HWND window, LPARAM result) {
-        reinterpret_cast<std::vector<HWND> *>(result)->push_back(window);
-        return TRUE;
-    }
-
-    static HWND awaitBox(std::chrono::milliseconds timeOut) {
-        const auto end = std::chrono::steady_clock::now() + timeOut;
-        HWND box = nullptr;
-        while (!box && std::chrono::steady_clock::now() < end) {
-            EnumWindows(&isBox, reinterpret_cast<LPARAM>(&box));
-            Sleep(10);
+    static HWND findBox() {
+        HWND window = nullptr;
+        while ((window = FindWindowExW(nullptr, window, L"#32770", nullptr)) != nullptr) {
+            DWORD process = 0;
+            GetWindowThreadProcessId(window, &process);
+            if (process == GetCurrentProcessId() && IsWindowVisible(window))
+                break;
         }
-        return box;
+        return window;
     }
 
-    void answer(size_t buttonIndex, std::chrono::milliseconds timeOut) {
-        const HWND window = awaitBox(timeOut);
+    static HWND awaitBox() {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        HWND window = nullptr;
+        while (!(window = findBox()) && std::chrono::steady_clock::now() < end)
+            Sleep(10);
+        return window;
+    }
+
+    void answer(size_t buttonIndex) {
+        const HWND window = awaitBox();
         if (!window)
             return;
         box_.seen = true;
         box_.title = textOf(window);
         box_.owner = GetWindow(window, GW_OWNER);
-        std::vector<HWND> children;
+        for (HWND label = nullptr; (label = FindWindowExW(window, label, L"Static", nullptr)) != nullptr;)
+            box_.text += textOf(label); // the icon's label is empty
         std::vector<HWND> buttons;
-        EnumChildWindows(window, &collectChild, reinterpret_cast<LPARAM>(&children));
-        for (const HWND child : children) {
-            if (classOf(child) == L"Static" && !textOf(child).empty())
-                box_.text = textOf(child);
-            if (classOf(child) == L"Button" && (GetWindowLongW(child, GWL_STYLE) & WS_VISIBLE)) {
-                buttons.push_back(child);
-                box_.buttons.push_back(textOf(child));
-            }
+        for (HWND button = nullptr;
+             (button = FindWindowExW(window, button, L"Button", nullptr)) != nullptr;) {
+            if (!(GetWindowLongW(button, GWL_STYLE) & WS_VISIBLE))
+                continue;
+            buttons.push_back(button);
+            box_.buttons.push_back(textOf(button));
         }
         if (buttonIndex < buttons.size())
             PostMessageW(buttons[buttonIndex], BM_CLICK, 0, 0);

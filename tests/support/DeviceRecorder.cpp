@@ -3,6 +3,7 @@
 #include "device/qor_ecd_api.h"
 
 #include <cstring>
+#include <filesystem>
 #include <windows.h>
 
 namespace {
@@ -12,19 +13,22 @@ constexpr uint32_t kKey = 0x5A21C3E4;
 std::string narrow(const wchar_t *text) {
     if (!text)
         return "null";
-    std::string result;
-    for (; *text; ++text)
-        result += *text < 128 ? static_cast<char>(*text) : '?';
-    return result.empty() ? "\"\"" : result;
+    return *text ? std::filesystem::path(text).u8string() : "\"\"";
 }
 
 template<typename... Numbers>
 std::string line(const char *name, Numbers... numbers) {
-    std::string text = std::string(name) + "(";
-    bool first = true;
-    (void)std::initializer_list<int>{
-        (text += (first ? "" : ", ") + std::to_string(numbers), first = false, 0)...};
-    return text + ")";
+    std::string arguments;
+    ((arguments += (arguments.empty() ? "" : ", ") + std::to_string(numbers)), ...);
+    return std::string(name) + "(" + arguments + ")";
+}
+
+// Keeps a block, and where a device would, shows what the record holds of it in the caller's record.
+template<typename Block, typename Shown>
+void keep(const void *block, Block &kept, Shown &shown) {
+    std::memcpy(&kept, block, sizeof kept);
+    if (DeviceRecorder::instance().updatesImage)
+        std::memcpy(&shown, block, sizeof shown);
 }
 
 DeviceRecorder &record(std::string text, uint32_t key = kKey) {
@@ -55,7 +59,8 @@ size_t DeviceRecorder::countOf(const std::string &prefix) const {
 }
 
 int32_t init(uint32_t key) {
-    return record("init()", key).initResult;
+    record("init()", key);
+    return 0;
 }
 
 int32_t getDeviceCount(uint32_t key) {
@@ -63,30 +68,21 @@ int32_t getDeviceCount(uint32_t key) {
 }
 
 int32_t getDeviceInfo(int32_t index, void *deviceInfo, uint32_t key) {
-    DeviceRecorder &recorder = record(line("getDeviceInfo", index), key);
-    if (recorder.infoResult >= 0)
-        std::memcpy(deviceInfo, &recorder.info, sizeof recorder.info);
-    return recorder.infoResult;
+    const DeviceInfo &info = record(line("getDeviceInfo", index), key).info;
+    std::memcpy(deviceInfo, &info, sizeof info);
+    return 0;
 }
 
 int32_t setDeviceProperty(void *deviceInfo, int32_t type, void *block, uint32_t key) {
     DeviceRecorder &recorder = record(line("setDeviceProperty", type), key);
     auto &info = *static_cast<DeviceInfo *>(deviceInfo);
-    if (type == 1) {
-        std::memcpy(&recorder.system, block, sizeof recorder.system);
-        if (recorder.updatesImage)
-            info.system = recorder.system.head;
-    } else if (type == 2) {
-        std::memcpy(&recorder.sound, block, sizeof recorder.sound);
-        if (recorder.updatesImage)
-            info.sound = recorder.sound;
-    } else if (type == 3) {
-        std::memcpy(&recorder.extension, block, sizeof recorder.extension);
-        if (recorder.updatesImage)
-            info.extension = recorder.extension;
-    }
-    if (type >= 1 && type <= 3)
-        ++recorder.writes[static_cast<size_t>(type)];
+    if (type == 1)
+        keep(block, recorder.system, info.system);
+    else if (type == 2)
+        keep(block, recorder.sound, info.sound);
+    else if (type == 3)
+        keep(block, recorder.extension, info.extension);
+    ++recorder.writes.at(static_cast<size_t>(type));
     if (recorder.onWrite)
         recorder.onWrite();
     return 0;
@@ -155,9 +151,11 @@ int32_t _IsAlreadyRun(const wchar_t *mutexName) {
 }
 
 int32_t _IsRunningAsAdmin() {
-    return record("_IsRunningAsAdmin()").elevated;
+    record("_IsRunningAsAdmin()");
+    return 1;
 }
 
 int32_t _RestartAsAdmin() {
-    return record("_RestartAsAdmin()").restartResult;
+    record("_RestartAsAdmin()");
+    return 1;
 }

@@ -14,12 +14,11 @@ class DeviceRecorder {
 public:
     static DeviceRecorder &instance();
 
-    // Forgets everything and restores the defaults: one device, all calls succeed, elevated, first instance.
+    // Forgets everything and restores the defaults: one device, first instance.
     void reset();
 
     // One readable line per call, e.g. "_SetVolum(99, 0, 0)", "setDeviceProperty(2)",
-    // "_kill_task(normal.exe)",
-    // "_hid_trans_data(1035, 63353, 3, 2)". Wrong access keys and null pointers show up in the line.
+    // "_kill_task(normal.exe)". Wrong access keys and null pointers show up in the line.
     std::vector<std::string> calls;
     std::vector<uint32_t> callTimes; // milliseconds (GetTickCount) of each call
     size_t countOf(const std::string &prefix) const;
@@ -39,13 +38,9 @@ public:
     // Answers.
     DeviceInfo info{};         // copied out by getDeviceInfo
     bool updatesImage = false; // setDeviceProperty writes through to the caller's DeviceInfo
-    int32_t initResult = 0;
-    int32_t infoResult = 0;
     int32_t deviceCount = 1;
     int32_t taskRunning = 0;
     int32_t alreadyRuns = 0;
-    int32_t elevated = 1;
-    int32_t restartResult = 1;
     UsbIds usbIds{{0x040B, 0xF779, 3, 2}};
     std::function<void()> onWrite;                   // called inside setDeviceProperty
     std::function<void(int32_t volume)> onSetVolume; // called inside _SetVolum
