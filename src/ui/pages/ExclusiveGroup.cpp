@@ -34,10 +34,10 @@ bool toggle(SoundBlock &block, Effect effect) {
 int rotationStep(const SoundBlock &block) {
     if (!isOn(block, Effect::SoundField))
         return 0;
-    switch (block.fieldAngleMode) {
-    case 1:
+    switch (static_cast<AngleMode>(block.fieldAngleMode)) {
+    case AngleMode::Clockwise:
         return -1;
-    case 2:
+    case AngleMode::Anticlockwise:
         return 1;
     default:
         return 0;

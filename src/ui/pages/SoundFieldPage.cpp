@@ -35,8 +35,6 @@ constexpr int kFieldButtons = 5;
 constexpr uint32_t kPressedColour = 0x6E6E6E;
 constexpr uint32_t kOtherColour = 0x1A1A1A;
 
-enum AngleMode : uint8_t { Clockwise = 1, Anticlockwise = 2, Held = 3, Centred = 4 };
-
 QPoint centreOf(const QRect &area) {
     return {area.x() + area.width() / 2, area.y() + area.height() / 2};
 }
@@ -151,17 +149,17 @@ void SoundFieldPage::stepLevels(int step) {
 
 void SoundFieldPage::turn(int step) {
     effects_.rotation().start(step);
-    saveAngleMode(step < 0 ? Clockwise : Anticlockwise);
+    saveAngleMode(step < 0 ? AngleMode::Clockwise : AngleMode::Anticlockwise);
 }
 
 void SoundFieldPage::hold() {
     effects_.rotation().hold();
-    saveAngleMode(Held);
+    saveAngleMode(AngleMode::Held);
 }
 
 void SoundFieldPage::centre() {
     centreField();
-    saveAngleMode(Centred);
+    saveAngleMode(AngleMode::Centred);
 }
 
 void SoundFieldPage::restoreDefaults() {
@@ -169,7 +167,7 @@ void SoundFieldPage::restoreDefaults() {
     setAllLevels(0);
     showMaster(0);
     placeMarkers();
-    saveAngleMode(Centred);
+    saveAngleMode(AngleMode::Centred);
 }
 
 void SoundFieldPage::centreField() {
@@ -183,8 +181,8 @@ void SoundFieldPage::setAllLevels(int level) {
     showLevels();
 }
 
-void SoundFieldPage::saveAngleMode(uint8_t mode) {
-    context_.device.sound.fieldAngleMode = mode;
+void SoundFieldPage::saveAngleMode(AngleMode mode) {
+    context_.device.sound.fieldAngleMode = static_cast<uint8_t>(mode);
     context_.device.saveType2Block();
 }
 

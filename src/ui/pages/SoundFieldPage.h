@@ -49,7 +49,7 @@ private:
     void centreField();
 
     void setAllLevels(int level);
-    void saveAngleMode(uint8_t mode);
+    void saveAngleMode(AngleMode mode);
     void showLevels();
     void showMaster(int level);
     void placeMarkers();

@@ -247,6 +247,7 @@ TEST_F(SurroundPagesTest, MasterStepsAndRestoreMoveAllLevelsInOneWrite) {
     EXPECT_THAT(recorder.sound.speakerLevel, Each(0));
     EXPECT_EQ(recorder.sound.fieldAngleMode, 4);
     EXPECT_THAT(shownLevels(), Each(0));
+    EXPECT_EQ(form.horizontalSlider_14->value(), 0);
     EXPECT_FLOAT_EQ(angle(), 0);
     EXPECT_FALSE(rotationTimer.isActive());
     expectFieldButton(5);
