@@ -2,22 +2,35 @@
 # that the folder can be copied to a Windows machine and started there.
 set(QOR_DIST_DIR "${CMAKE_BINARY_DIR}/dist")
 
-# qor_dist_stripped(FILE name dependency): a copy without debug information, which makes a program ten times as
-# large. It is renamed into place, so that a panel that runs from the folder keeps its own file.
-function(qor_dist_stripped file name dependency)
-    set(copy "${QOR_DIST_DIR}/${name}")
+# qor_dist_image(FILE copy dependency): a program or DLL as a copy without debug information, which makes a program
+# ten times as large, and with its sections at multiples of a page in the file: Wine can map only such sections, and
+# reads all others into private memory, some 20 MB with Qt's. It is renamed into place, so that a panel that runs from
+# the folder keeps its own file.
+function(qor_dist_image file copy dependency)
+    cmake_path(SET copy NORMALIZE "${QOR_DIST_DIR}/${copy}")
+    cmake_path(GET copy PARENT_PATH folder)
     add_custom_command(OUTPUT "${copy}"
-        COMMAND "${CMAKE_STRIP}" -o "${copy}.new" "${file}"
+        COMMAND "${CMAKE_COMMAND}" -E make_directory "${folder}"
+        COMMAND "${CMAKE_OBJCOPY}" --strip-all --file-alignment=4096 "${file}" "${copy}.new"
         COMMAND "${CMAKE_COMMAND}" -E rename "${copy}.new" "${copy}"
         DEPENDS "${dependency}" VERBATIM)
     set_property(GLOBAL APPEND PROPERTY QOR_DIST_FILES "${copy}")
 endfunction()
 
-# qor_dist_files(FOLDER file...): copies the files into dist/FOLDER when they are newer; "." is dist itself.
+# qor_dist_qt(FOLDER name...): files of Qt into the same folder of dist; "bin" is dist itself.
+function(qor_dist_qt folder)
+    foreach(name IN LISTS ARGN)
+        set(file "${QORSOUND_QT}/${folder}/${name}")
+        string(REGEX REPLACE "^(bin|plugins)/?" "" target "${folder}")
+        qor_dist_image("${file}" "./${target}/${name}" "${file}")
+    endforeach()
+endfunction()
+
+# qor_dist_files(FOLDER file...): copies the files into dist/FOLDER when they are newer.
 function(qor_dist_files folder)
     foreach(file IN LISTS ARGN)
         cmake_path(GET file FILENAME name)
-        cmake_path(SET copy NORMALIZE "${QOR_DIST_DIR}/${folder}/${name}")
+        set(copy "${QOR_DIST_DIR}/${folder}/${name}")
         add_custom_command(OUTPUT "${copy}" COMMAND "${CMAKE_COMMAND}" -E copy "${file}" "${copy}"
             DEPENDS "${file}" VERBATIM)
         set_property(GLOBAL APPEND PROPERTY QOR_DIST_FILES "${copy}")
@@ -32,22 +45,21 @@ function(qor_dist_compiler_runtime)
         if(NOT EXISTS "${file}")
             message(FATAL_ERROR "${CMAKE_CXX_COMPILER} has no ${name}")
         endif()
-        qor_dist_stripped("${file}" ${name} "${file}")
+        qor_dist_image("${file}" ${name} "${file}")
     endforeach()
 endfunction()
 
 # qor_deploy(TARGET): adds the target "dist" for the panel's executable, with the simulated headset and the
 # translations (global property QOR_QM_FILES, made by the target "translations").
 function(qor_deploy executable)
-    qor_dist_stripped("$<TARGET_FILE:${executable}>" QorSoundKit.exe ${executable})
-    qor_dist_stripped("$<TARGET_FILE:simulator>" qor_ecd_api.dll simulator)
-    qor_dist_stripped("$<TARGET_FILE:normal>" normal.exe normal)
+    qor_dist_image("$<TARGET_FILE:${executable}>" QorSoundKit.exe ${executable})
+    qor_dist_image("$<TARGET_FILE:simulator>" qor_ecd_api.dll simulator)
+    qor_dist_image("$<TARGET_FILE:normal>" normal.exe normal)
 
-    qor_dist_files(. "${QORSOUND_QT}/bin/Qt5Core.dll" "${QORSOUND_QT}/bin/Qt5Gui.dll"
-        "${QORSOUND_QT}/bin/Qt5Widgets.dll")
-    qor_dist_files(platforms "${QORSOUND_QT}/plugins/platforms/qwindows.dll")
-    qor_dist_files(styles "${QORSOUND_QT}/plugins/styles/qwindowsvistastyle.dll")
-    qor_dist_files(imageformats "${QORSOUND_QT}/plugins/imageformats/qico.dll")
+    qor_dist_qt(bin Qt5Core.dll Qt5Gui.dll Qt5Widgets.dll)
+    qor_dist_qt(plugins/platforms qwindows.dll)
+    qor_dist_qt(plugins/styles qwindowsvistastyle.dll)
+    qor_dist_qt(plugins/imageformats qico.dll)
     qor_dist_compiler_runtime()
 
     get_property(translations GLOBAL PROPERTY QOR_QM_FILES)

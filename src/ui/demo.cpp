@@ -25,6 +25,8 @@
 
 namespace {
 
+// Given when the window is made: set on the finished form, they would give every widget its style once more.
+constexpr Qt::WindowFlags kWindowFlags = Qt::FramelessWindowHint | Qt::WindowMinimizeButtonHint;
 constexpr int kLastTick = 100;
 constexpr wchar_t kHelperProcess[] = L"normal.exe"; // plays the microphone into the headset
 
@@ -41,10 +43,9 @@ QString panelStyleSheet() {
 } // namespace
 
 demo::demo(QWidget *parent)
-    : QMainWindow(parent), form_(std::make_unique<Ui::demoClass>()), timers_(this),
+    : QMainWindow(parent, kWindowFlags), form_(std::make_unique<Ui::demoClass>()), timers_(this),
       curveFilePath_(QCoreApplication::applicationDirPath() + QStringLiteral("/config/eqs.bin")) {
     setUpForm();
-    setWindowFlags(Qt::FramelessWindowHint | Qt::WindowMinimizeButtonHint);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAttribute(Qt::WA_NoSystemBackground);
     setAutoFillBackground(true);
@@ -156,10 +157,10 @@ void demo::layOutAgain() {
     }
     for (QWidget *child : findChildren<QWidget *>()) {
         child->updateGeometry();
-        child->repaint();
+        child->update();
     }
     update();
-    repaint();
+    repaint(); // paints what all of them asked for in one go
 }
 
 void demo::ShowVersionDialog() {
