@@ -47,7 +47,7 @@ bool HidDevice::open(uint32_t vendorId, uint32_t productId, uint32_t interfaceNu
 
 bool HidDevice::openPath(const std::wstring &path) {
     close();
-    deviceHandle_ = HidSearch::openInterface(path);
+    deviceHandle_ = HidSearch::openPath(path);
     isOpen_ = static_cast<bool>(deviceHandle_);
     if (isOpen_)
         configure();
@@ -71,12 +71,12 @@ int32_t HidDevice::reset() {
 }
 
 UniqueFileHandle HidDevice::openByIndex(uint32_t index, std::wstring &path) {
-    const std::optional<std::wstring> found = HidSearch::interfacePath(index);
+    std::optional<std::wstring> found;
+    UniqueFileHandle device = HidSearch::openByIndex(index, found);
     noMoreDevices_ = !found;
-    if (!found)
-        return {};
-    path = *found;
-    return HidSearch::openInterface(path);
+    if (found)
+        path = std::move(*found);
+    return device;
 }
 
 bool HidDevice::hasReportId(HANDLE device, uint16_t reportId) {

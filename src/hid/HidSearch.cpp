@@ -24,6 +24,24 @@ UniqueDeviceInfoList presentDevices(const GUID &guid) {
         SetupDiGetClassDevsW(&guid, nullptr, nullptr, DIGCF_PRESENT | DIGCF_DEVICEINTERFACE));
 }
 
+std::optional<std::wstring> interfacePath(HDEVINFO devices, const GUID &guid, uint32_t index) {
+    SP_DEVICE_INTERFACE_DATA interfaceData{};
+    interfaceData.cbSize = sizeof interfaceData;
+    if (!SetupDiEnumDeviceInterfaces(devices, nullptr, &guid, index, &interfaceData))
+        return {};
+
+    DWORD size = 0;
+    SetupDiGetDeviceInterfaceDetailW(devices, &interfaceData, nullptr, 0, &size, nullptr);
+    if (size < sizeof(SP_DEVICE_INTERFACE_DETAIL_DATA_W))
+        return {};
+    std::vector<std::byte> buffer(size);
+    auto *detail = reinterpret_cast<SP_DEVICE_INTERFACE_DETAIL_DATA_W *>(buffer.data());
+    detail->cbSize = sizeof(SP_DEVICE_INTERFACE_DETAIL_DATA_W);
+    if (!SetupDiGetDeviceInterfaceDetailW(devices, &interfaceData, detail, size, nullptr, nullptr))
+        return {};
+    return std::wstring(detail->DevicePath);
+}
+
 template<typename Capability>
 using CapabilityQuery = NTSTATUS(WINAPI *)(HIDP_REPORT_TYPE, USAGE, USHORT, USAGE, Capability *, PUSHORT,
                                            PHIDP_PREPARSED_DATA);
@@ -68,30 +86,17 @@ uint32_t presentDeviceCount() {
     return count;
 }
 
-std::optional<std::wstring> interfacePath(uint32_t index) {
-    const GUID guid = hidGuid();
-    const UniqueDeviceInfoList devices = presentDevices(guid);
-    SP_DEVICE_INTERFACE_DATA interfaceData{};
-    interfaceData.cbSize = sizeof interfaceData;
-    if (!SetupDiEnumDeviceInterfaces(devices.get(), nullptr, &guid, index, &interfaceData))
-        return {};
-
-    DWORD size = 0;
-    SetupDiGetDeviceInterfaceDetailW(devices.get(), &interfaceData, nullptr, 0, &size, nullptr);
-    if (size < sizeof(SP_DEVICE_INTERFACE_DETAIL_DATA_W))
-        return {};
-    std::vector<std::byte> buffer(size);
-    auto *detail = reinterpret_cast<SP_DEVICE_INTERFACE_DETAIL_DATA_W *>(buffer.data());
-    detail->cbSize = sizeof(SP_DEVICE_INTERFACE_DETAIL_DATA_W);
-    if (!SetupDiGetDeviceInterfaceDetailW(devices.get(), &interfaceData, detail, size, nullptr, nullptr))
-        return {};
-    return std::wstring(detail->DevicePath);
-}
-
-UniqueFileHandle openInterface(const std::wstring &path) {
+UniqueFileHandle openPath(const std::wstring &path) {
     return UniqueFileHandle(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE,
                                         FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
                                         FILE_FLAG_OVERLAPPED, nullptr));
+}
+
+UniqueFileHandle openByIndex(uint32_t index, std::optional<std::wstring> &path) {
+    const GUID guid = hidGuid();
+    const UniqueDeviceInfoList devices = presentDevices(guid);
+    path = interfacePath(devices.get(), guid, index);
+    return path ? openPath(*path) : UniqueFileHandle();
 }
 
 bool hasReportId(HANDLE device, uint16_t reportId) {

@@ -12,11 +12,12 @@ namespace HidSearch {
 // Number of present devices with a HID interface; 0 also when they cannot be listed.
 uint32_t presentDeviceCount();
 
-// Device path of the present HID interface of this index; none past the last one or when it cannot be read.
-std::optional<std::wstring> interfacePath(uint32_t index);
-
 // For overlapped reading and writing, shared with others.
-UniqueFileHandle openInterface(const std::wstring &path);
+UniqueFileHandle openPath(const std::wstring &path);
+
+// Opens the present HID interface of this index. path: its device path, also when it cannot be opened; none
+// past the last interface or when it cannot be read.
+UniqueFileHandle openByIndex(uint32_t index, std::optional<std::wstring> &path);
 
 // See HidDevice.
 bool hasReportId(HANDLE device, uint16_t reportId);

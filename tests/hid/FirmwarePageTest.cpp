@@ -3,11 +3,15 @@
 #include "support/BoxAnswerer.h"
 #include "support/DeviceRecorder.h"
 
+#include <array>
+#include <functional>
 #include <gmock/gmock.h>
+#include <QCoreApplication>
 #include <QDir>
+#include <QFileDialog>
 #include <QPushButton>
 #include <QTemporaryDir>
-#include <QTest>
+#include <QTimer>
 #include <thread>
 #include <vector>
 
@@ -34,8 +38,6 @@ protected:
 
     DeviceRecorder &recorder = DeviceRecorder::instance();
     Panel panel;
-    QLabel &status = panel.status;
-    QProgressBar &progress = panel.progress;
 };
 
 TEST_F(FirmwarePageTest, WithoutAPathThereIsOnlyAMessage) {
@@ -99,27 +101,26 @@ TEST_F(FirmwarePageTest, StagesAreShownThroughTheEventLoop) {
         {0xFFFFFFFF, 50, "", 0},
     };
     for (const auto &step : steps) {
-        const QString before = status.text();
-        const int progressBefore = progress.value();
+        const QString statusBefore = panel.status.text();
+        const int progressBefore = panel.progress.value();
         EXPECT_EQ(reportUpgradeStage(panel.page, step.value, step.stage), 0u);
-        EXPECT_EQ(status.text(), before) << "must be queued";
-        EXPECT_EQ(progress.value(), progressBefore);
+        EXPECT_EQ(panel.status.text(), statusBefore) << "must be queued";
+        EXPECT_EQ(panel.progress.value(), progressBefore);
         QCoreApplication::processEvents();
-        EXPECT_EQ(status.text(), QString::fromLatin1(step.status)) << step.stage;
-        EXPECT_EQ(progress.value(), step.progress) << step.stage;
+        EXPECT_EQ(panel.status.text(), QString::fromLatin1(step.status)) << step.stage;
+        EXPECT_EQ(panel.progress.value(), step.progress) << step.stage;
     }
 }
 
 TEST_F(FirmwarePageTest, ReportsOfFourThreadsArriveWholeAndInTheirOrder) {
-    constexpr int kThreads = 4;
-    constexpr int kReports = 500;
-    progress.setRange(0, kThreads * kReports);
-    std::vector<std::vector<int>> seen(kThreads);
-    QObject::connect(&progress, &QProgressBar::valueChanged, &panel.window, [&](int value) {
-        seen[static_cast<size_t>(value / kReports)].push_back(value % kReports);
+    constexpr int kReports = 500; // of each thread
+    std::array<int, 4> last{-1, -1, -1, -1};
+    panel.progress.setRange(0, 4 * kReports);
+    QObject::connect(&panel.progress, &QProgressBar::valueChanged, &panel.window, [&](int value) {
+        EXPECT_EQ(value % kReports, ++last[static_cast<size_t>(value / kReports)]);
     });
     std::vector<std::thread> workers;
-    for (int thread = 0; thread < kThreads; ++thread) {
+    for (int thread = 0; thread < 4; ++thread) {
         workers.emplace_back([this, thread] {
             for (int i = 0; i < kReports; ++i)
                 reportUpgradeStage(panel.page, thread * kReports + i, 4);
@@ -128,78 +129,34 @@ TEST_F(FirmwarePageTest, ReportsOfFourThreadsArriveWholeAndInTheirOrder) {
     for (std::thread &worker : workers)
         worker.join();
     QCoreApplication::processEvents();
-    std::vector<int> all(kReports);
-    for (int i = 0; i < kReports; ++i)
-        all[static_cast<size_t>(i)] = i;
-    for (const std::vector<int> &values : seen)
-        EXPECT_EQ(values, all);
+    EXPECT_THAT(last, testing::Each(kReports - 1));
 }
-
-// Answers the native file dialog from a thread of its own.
-class FileDialogAnswerer {
-public:
-    // An empty file name presses "Cancel".
-    explicit FileDialogAnswerer(std::wstring fileName)
-        : thread_([this, name = std::move(fileName)] { answer(name); }) {}
-    ~FileDialogAnswerer() { join(); }
-    std::wstring caption() {
-        join();
-        return caption_;
-    }
-
-private:
-    void join() {
-        if (thread_.joinable())
-            thread_.join();
-    }
-
-    void answer(const std::wstring &fileName) {
-        HWND dialog = nullptr;
-        for (int i = 0; i < 500 && !dialog; ++i) {
-            Sleep(20);
-            dialog = FindWindowW(L"#32770", nullptr);
-        }
-        if (!dialog)
-            return;
-        Sleep(500); // the dialog fills its lists first
-        wchar_t text[256] = L"";
-        GetWindowTextW(dialog, text, 256);
-        caption_ = text;
-        if (!fileName.empty()) {
-            EnumChildWindows(dialog, &typeInto, reinterpret_cast<LPARAM>(fileName.c_str()));
-            Sleep(100);
-        }
-        PostMessageW(dialog, WM_COMMAND, fileName.empty() ? IDCANCEL : IDOK, 0);
-    }
-
-    static BOOL CALLBACK typeInto(HWND child, LPARAM fileName) {
-        wchar_t name[64] = L"";
-        GetClassNameW(child, name, 64);
-        if (_wcsicmp(name, L"Edit") != 0 || !IsWindowVisible(child))
-            return TRUE;
-        SendMessageW(child, WM_SETTEXT, 0, fileName);
-        return FALSE;
-    }
-
-    std::wstring caption_;
-    std::thread thread_;
-};
 
 TEST_F(FirmwarePageTest, BrowsingPutsTheChosenFileIntoThePath) {
     const QTemporaryDir folder;
     const QString file = folder.filePath(QStringLiteral("固件.bin"));
     QFile(file).open(QIODevice::WriteOnly);
-    panel.window.show();
-    {
-        FileDialogAnswerer answerer(QDir::toNativeSeparators(file).toStdWString());
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs); // Qt's own can be looked into
+    const auto browse = [this](const std::function<void(QFileDialog &)> &answer) {
+        QTimer::singleShot(200, &panel.window, [this, answer] {
+            auto *dialog = panel.window.findChild<QFileDialog *>();
+            ASSERT_NE(dialog, nullptr) << "no dialog, or not one of the window's";
+            EXPECT_EQ(dialog->windowTitle(), QStringLiteral("select file to save setting"));
+            EXPECT_EQ(dialog->directory().path(), QDir::currentPath());
+            EXPECT_EQ(dialog->nameFilters().join(QStringLiteral(";;")),
+                      QStringLiteral("binary file(*.bin);;all file(*.*)"));
+            answer(*dialog);
+        });
         panel.browse.click();
-        EXPECT_EQ(answerer.caption(), L"select file to save setting");
-        EXPECT_EQ(panel.path.text(), file);
-    }
-    FileDialogAnswerer answerer(L"");
-    panel.browse.click();
-    EXPECT_EQ(answerer.caption(), L"select file to save setting");
-    EXPECT_EQ(panel.path.text(), QString()) << "cancelling empties the field";
+        return panel.path.text();
+    };
+    EXPECT_EQ(browse([&](QFileDialog &dialog) {
+                  dialog.selectFile(file);
+                  QMetaObject::invokeMethod(&dialog, "accept");
+              }),
+              file);
+    EXPECT_EQ(browse([](QFileDialog &dialog) { dialog.reject(); }), QString())
+        << "cancelling empties the field";
 }
 
 } // namespace

@@ -1,48 +1,59 @@
-// Stand-ins at link time for the HID, SetupAPI and file functions that the transport calls, for what no
-// device can be made to do. A "device" is a message pipe; everything not set up here works as with one good
-// device.
+// Stand-ins at link time for the HID, SetupAPI and file functions that the transport calls, for devices and
+// failures that the virtual receiver cannot produce. What is not set up here works as with one good receiver.
 #pragma once
 
-#include "helpers/WinHandles.h"
-
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
+#include <windows.h>
 
 struct HidStandIns {
-    // Listing.
-    bool listFails = false;
-    std::vector<DWORD> enumerationErrors; // of the first calls; then one device and the end
-    bool enumerationNeverEnds = false;    // every further call fails with "invalid data"
-    bool detailSizeIsZero = false;
-    bool detailFails = false;
-    std::wstring path = L"\\\\?\\hid#vid_040b&pid_f779&mi_03#1#{4d1e55b2-f16f-11cf-88cb-001111000030}";
+    using Report = std::vector<uint8_t>; // first byte the report ID
 
-    // The device.
-    bool openFails = false;
-    bool readFails = false;
-    bool attributesFail = false;
-    bool preparsedFails = false;
-    bool capabilitiesFail = false;
-    uint16_t announcedValues = 1; // input value records in the capabilities
-    uint16_t givenValues = 1;     // and in the answer to the query
-    bool valueQueryFails = false;
-    uint16_t reportId = 2; // of the last record
-    uint16_t inputLength = 65;
+    enum class Step {
+        None,
+        List,
+        DetailSize,
+        Detail,
+        Open,
+        Attributes,
+        Preparsed,
+        Capabilities,
+        Query,
+        Read
+    };
+
+    struct Device {
+        std::wstring path = L"\\\\?\\hid#vid_040b&pid_f779&mi_03#1#{4d1e55b2-f16f-11cf-88cb-001111000030}";
+        uint16_t vendorId = 0x040B;
+        uint16_t productId = 0xF779;
+        // Of input buttons, input values, output buttons, output values, feature buttons, feature values; 0
+        // where there are none.
+        std::array<uint8_t, 6> reportIds{0, 2, 0, 0, 0, 0};
+        uint16_t reportLength = 65;
+    };
+
+    // What the transport finds.
+    std::vector<Device> devices{Device()};
+    std::vector<DWORD> enumerationErrors; // of the first calls, before the devices
+    bool enumerationNeverEnds = false;    // every call past the devices fails with "invalid data"
+    Step failing = Step::None;
+    uint16_t announcedRecords = 1;  // records of each kind in the capabilities
+    uint16_t givenRecords = 1;      // and in the answer to the query; the last one has the report ID
+    uint8_t featureResult = 1;      // of both feature functions
+    std::function<void()> onCancel; // in place of the cancelling of a read
 
     // What the transport did.
-    std::wstring openedPath;
-    int preparsedOutstanding = 0; // got and not freed
-    int listsOutstanding = 0;     // made and not destroyed
-    int filesOutstanding = 0;     // opened pipes not closed
-    int reads = 0;
-    int cancels = 0;
-    std::function<bool()> onCancel; // true: the cancelling has no effect
+    int held = 0;   // lists, preparsed data and device handles that were got and not given back
+    Report feature; // the buffer of the last feature function, as it was called
 
     static HidStandIns &instance();
-    // Back to one good device.
     void reset();
-    // A whole input report, first byte the report ID.
-    void send(const std::vector<uint8_t> &report);
+
+    // Ends the pending read with this report; waits for one to be pending.
+    static void send(const Report &report);
+    static int reads();
+    static std::vector<Report> written();
 };

@@ -1,15 +1,20 @@
-// The real program with a virtual receiver plugged in: a key on the headset, all the way to the property
-// block.
+// The real program with a virtual receiver plugged in: the headset's own button, all the way to the property
+// block and back.
 #include "hid/VirtualHid.h"
 #include "program/Panel.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <string>
 #include <vector>
 
 namespace {
 
+using Report = VirtualHid::Report;
+
 constexpr char kSoundBlockWrite[] = "setDeviceProperty(type 2, 0: ";
+constexpr DWORD kListenerPauseMs = 200; // what it makes after each report, and some more
 
 class PanelKeyEventTest : public testing::Test {
 protected:
@@ -19,8 +24,9 @@ protected:
     }
     void TearDown() override { hid.unplugAll(); }
 
-    // Returns when the window is there and its listener has the receiver.
-    void start(Panel &panel) {
+    // Returns when the window is there and its listener has this receiver.
+    void start(const std::wstring &receiver = VirtualHid::kReceiver) {
+        hid.plug(receiver);
         const ULONG before = hid.settledHandles();
         panel.start();
         ASSERT_TRUE(panel.waitForWindow());
@@ -28,7 +34,7 @@ protected:
     }
 
     // The first two bytes of every SoundBlock that was written, such as "00 01".
-    static std::vector<std::string> writtenSwitches(const Panel &panel) {
+    std::vector<std::string> writtenSwitches() const {
         std::vector<std::string> result;
         for (const std::string &line : panel.ownJournal()) {
             if (line.rfind(kSoundBlockWrite, 0) == 0)
@@ -37,47 +43,50 @@ protected:
         return result;
     }
 
-    static VirtualHid::Report keyReport(uint8_t state) {
-        VirtualHid::Report report(65);
-        const uint8_t head[] = {2, 0xFF, 0xFF, 0xFF, 0xFF, 0x01, state};
-        std::copy(std::begin(head), std::end(head), report.begin());
+    // As answer: with the switch's new state.
+    static Report keyReport(uint8_t state = 0) {
+        Report report{2, 0xFF, 0xFF, 0xFF, 0xFF, 0x01, state};
+        report.resize(65);
         return report;
     }
 
     VirtualHid hid;
+    Panel panel;
 };
 
 TEST_F(PanelKeyEventTest, TogglesTheBlockAndAnswersTheReceiver) {
-    hid.plug();
-    Panel panel;
-    start(panel);
-    const std::string before = writtenSwitches(panel).back();
-    const std::string page = before.substr(0, 3);
-    ASSERT_TRUE(before == page + "00" || before == page + "01") << before;
-    uint8_t state = before.back() == '1';
+    start();
+    const std::vector<std::string> atStart = writtenSwitches();
+    for (size_t byte = 0; byte <= 5; ++byte) { // no key events: another byte or report, or a short report
+        Report other = keyReport();
+        other[byte] ^= 0x03;
+        hid.input(other);
+        Sleep(kListenerPauseMs);
+    }
+    hid.input(Report{2, 0xFF, 0xFF, 0xFF, 0xFF, 0x01});
+    EXPECT_EQ(hid.nextWrite(kListenerPauseMs), Report());
+    EXPECT_EQ(writtenSwitches(), atStart);
+
+    uint8_t state = atStart.back().back() == '1';
+    std::vector<std::string> written = atStart;
     for (int press = 0; press < 3; ++press) {
         state ^= 1;
-        const size_t writes = writtenSwitches(panel).size();
-        hid.input(keyReport(0));
-        EXPECT_EQ(hid.nextReport(VHID_WRITE, 5000), keyReport(state)) << "answer " << press;
-        EXPECT_TRUE(waitUntil([&] { return writtenSwitches(panel).size() == writes + 1; }))
-            << "block " << press;
-        EXPECT_EQ(writtenSwitches(panel).back(), page + (state ? "01" : "00"));
-        Sleep(200); // the listener's pause
+        written.push_back(atStart.back().substr(0, 3) + (state ? "01" : "00"));
+        hid.input(keyReport());
+        EXPECT_EQ(hid.nextWrite(5000), keyReport(state)) << "answer " << press;
+        EXPECT_TRUE(waitUntil([&] { return writtenSwitches() == written; })) << "block " << press;
+        Sleep(kListenerPauseMs);
     }
+    EXPECT_EQ(hid.nextWrite(0), Report()) << "one answer for each";
 }
 
 TEST_F(PanelKeyEventTest, UnpluggingLeavesThePanelAlone) {
-    hid.plug();
-    Panel panel;
-    start(panel);
-    hid.input(keyReport(0));
-    ASSERT_FALSE(hid.nextReport(VHID_WRITE, 5000).empty());
+    const std::wstring secondModel = L"VID_040B&PID_F778&MI_03";
+    start(secondModel);
     hid.holdWrites(true);
-    Sleep(200);
-    hid.input(keyReport(0)); // the answer to this one is under way when the receiver goes
+    hid.input(keyReport()); // the answer to this one is under way when the receiver goes
     EXPECT_TRUE(waitUntil([&] { return hid.counters().heldWrites == 1; }));
-    hid.unplug();
+    hid.unplug(secondModel);
     Sleep(300);
     EXPECT_TRUE(panel.running());
     DWORD_PTR answered = 0;

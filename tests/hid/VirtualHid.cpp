@@ -57,8 +57,8 @@ std::wstring interfacePath(const std::wstring &id, const std::wstring &instance)
 
 UniqueFileHandle openDevice(const std::wstring &path) {
     return UniqueFileHandle(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE,
-                                        FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
-                                        FILE_FLAG_OVERLAPPED, nullptr));
+                                        FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
+                                        nullptr));
 }
 
 template<typename Condition>
@@ -77,7 +77,7 @@ bool waitUntil(unsigned timeoutMs, Condition condition) {
 VirtualHid::VirtualHid() {
     startDriver();
     waitUntil(kArrivalTimeoutMs, [this] {
-        control_.reset(openDevice(L"\\\\.\\VHidCtl").release());
+        control_ = openDevice(L"\\\\.\\VHidCtl");
         return static_cast<bool>(control_);
     });
     require(static_cast<bool>(control_), "control device");
@@ -135,52 +135,25 @@ void VirtualHid::unplug(const std::wstring &id, const std::wstring &instance) {
     require(waitUntil(kArrivalTimeoutMs, [&] { return !openDevice(path); }), "removal");
 }
 
-void VirtualHid::setDescriptor(const Report &descriptor) {
-    send(VHID_IOCTL_SET_DESCRIPTOR, descriptor.data(), descriptor.size());
-}
-
-void VirtualHid::input(const Report &report, const std::wstring &device) {
-    VhidInput request{};
-    device.copy(request.device, ARRAYSIZE(request.device) - 1);
+void VirtualHid::input(const Report &report) {
+    VhidReport request{};
     request.length = static_cast<ULONG>(std::min(report.size(), sizeof request.bytes));
     std::copy_n(report.begin(), request.length, request.bytes);
     send(VHID_IOCTL_INPUT, &request, sizeof request);
 }
 
-std::optional<VirtualHid::Event> VirtualHid::nextEvent(unsigned timeoutMs) {
-    VhidEvent event{};
-    const bool came = waitUntil(timeoutMs, [&] {
-        receive(VHID_IOCTL_NEXT_EVENT, &event, sizeof event);
-        return event.kind != VHID_NONE;
+VirtualHid::Report VirtualHid::nextWrite(unsigned timeoutMs) {
+    VhidReport report{};
+    waitUntil(timeoutMs, [&] {
+        receive(VHID_IOCTL_NEXT_WRITE, &report, sizeof report);
+        return report.length != 0;
     });
-    if (!came)
-        return {};
-    return Event{static_cast<VhidKind>(event.kind), Report(event.bytes, event.bytes + event.length)};
-}
-
-VirtualHid::Report VirtualHid::nextReport(VhidKind kind, unsigned timeoutMs) {
-    while (const std::optional<Event> event = nextEvent(timeoutMs)) {
-        if (event->kind == kind)
-            return event->report;
-    }
-    return {};
-}
-
-void VirtualHid::fail(VhidKind kind, int32_t status, unsigned count) {
-    const VhidFailure request{static_cast<ULONG>(kind), status, count};
-    send(VHID_IOCTL_FAIL, &request, sizeof request);
+    return Report(report.bytes, report.bytes + report.length);
 }
 
 void VirtualHid::holdWrites(bool hold) {
     const ULONG request = hold;
     send(VHID_IOCTL_HOLD_WRITES, &request, sizeof request);
-}
-
-void VirtualHid::setFeature(const Report &data) {
-    VhidFeature request{};
-    request.length = static_cast<ULONG>(std::min(data.size(), sizeof request.bytes));
-    std::copy_n(data.begin(), request.length, request.bytes);
-    send(VHID_IOCTL_SET_FEATURE, &request, sizeof request);
 }
 
 VhidCounters VirtualHid::counters() {
@@ -192,10 +165,10 @@ VhidCounters VirtualHid::counters() {
 ULONG VirtualHid::settledHandles() {
     ULONG handles = 0;
     for (int same = 0; same < 15; ++same) {
-        const VhidCounters now = counters();
-        if (now.opens - now.closes != handles)
+        const ULONG now = counters().openHandles;
+        if (now != handles)
             same = 0;
-        handles = now.opens - now.closes;
+        handles = now;
         Sleep(10);
     }
     return handles;
@@ -205,21 +178,17 @@ bool VirtualHid::waitForMoreHandles(ULONG than) {
     return waitUntil(10000, [&] { return settledHandles() > than; });
 }
 
-// The control device answers every request at once, so that the overlapped handle is waited for here.
 void VirtualHid::send(DWORD request, const void *input, size_t length) {
-    OVERLAPPED overlapped{};
-    DWORD count = 0;
-    const BOOL done = DeviceIoControl(control_.get(), request, const_cast<void *>(input),
-                                      static_cast<DWORD>(length), nullptr, 0, &count, &overlapped);
-    require(done || GetLastError() == ERROR_IO_PENDING, "request");
-    require(GetOverlappedResult(control_.get(), &overlapped, &count, TRUE), "request");
+    control(request, const_cast<void *>(input), length, nullptr, 0);
 }
 
 void VirtualHid::receive(DWORD request, void *output, size_t length) {
-    OVERLAPPED overlapped{};
+    control(request, nullptr, 0, output, length);
+}
+
+void VirtualHid::control(DWORD request, void *input, size_t inputLength, void *output, size_t outputLength) {
     DWORD count = 0;
-    const BOOL done = DeviceIoControl(control_.get(), request, nullptr, 0, output, static_cast<DWORD>(length),
-                                      &count, &overlapped);
-    require(done || GetLastError() == ERROR_IO_PENDING, "request");
-    require(GetOverlappedResult(control_.get(), &overlapped, &count, TRUE), "request");
+    require(DeviceIoControl(control_.get(), request, input, static_cast<DWORD>(inputLength), output,
+                            static_cast<DWORD>(outputLength), &count, nullptr),
+            "request");
 }

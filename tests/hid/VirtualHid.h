@@ -2,13 +2,12 @@
 // process or in another one, sees ordinary devices. All functions throw std::runtime_error when the driver
 // refuses.
 //
-// Devices, queued events and injected failures outlive this object and its process: begin with unplugAll().
+// Devices, written reports and held writes outlive this object and its process: begin with unplugAll().
 #pragma once
 
 #include "helpers/WinHandles.h"
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,11 +17,7 @@
 
 class VirtualHid {
 public:
-    using Report = std::vector<uint8_t>;
-    struct Event {
-        VhidKind kind;
-        Report report; // begins with the report ID, where the device uses IDs
-    };
+    using Report = std::vector<uint8_t>; // begins with the report ID
 
     static constexpr wchar_t kReceiver[] = L"VID_040B&PID_F779&MI_03";
     static constexpr wchar_t kInstance[] = L"7&1A2B3C4D&0&0000";
@@ -30,29 +25,21 @@ public:
     // Installs and starts the driver where that was not done yet.
     VirtualHid();
 
-    // Unplugs all virtual devices and forgets events, failures, held writes and descriptors.
+    // Unplugs all virtual devices and forgets written reports and held writes.
     void unplugAll();
 
-    // Returns when the device can be opened; its path as SetupAPI gives it. id and instance in upper case.
+    // A device with reports of 64 bytes each way and the report ID 2. Returns when it can be opened; its path
+    // as SetupAPI gives it. id and instance in upper case.
     std::wstring plug(const std::wstring &id = kReceiver, const std::wstring &instance = kInstance);
     void unplug(const std::wstring &id = kReceiver, const std::wstring &instance = kInstance);
 
-    // Report descriptor of the devices plugged from now on; at first 64 bytes each way with report ID 2.
-    void setDescriptor(const Report &descriptor);
+    // From the device that was plugged last to the program.
+    void input(const Report &report);
+    // From the program to the device: the oldest report not yet asked for; empty when none came in time.
+    Report nextWrite(unsigned timeoutMs = 2000);
 
-    // From the device to the program; device: a part of its id or instance.
-    void input(const Report &report, const std::wstring &device = L"VID_");
-    // From the program to the device: the oldest request not yet asked for, or none within the time.
-    std::optional<Event> nextEvent(unsigned timeoutMs);
-    // As nextEvent, passing over requests of other kinds; empty when none came.
-    Report nextReport(VhidKind kind, unsigned timeoutMs = 2000);
-
-    // The next count requests of this kind end with this NTSTATUS.
-    void fail(VhidKind kind, int32_t status, unsigned count = 1);
     // While held, writes do not come to an end.
     void holdWrites(bool hold);
-    // Data of the feature report, without a report ID.
-    void setFeature(const Report &data);
     VhidCounters counters();
 
     // Open handles of virtual devices in all processes, once their number has been the same for 150 ms: a
@@ -66,6 +53,7 @@ private:
     void reenumerate();
     void send(DWORD request, const void *input, size_t length);
     void receive(DWORD request, void *output, size_t length);
+    void control(DWORD request, void *input, size_t inputLength, void *output, size_t outputLength);
 
     UniqueFileHandle control_;
 };

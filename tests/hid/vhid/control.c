@@ -18,37 +18,6 @@ void deleteControlDevice(void) {
     IoDeleteDevice(driver.control);
 }
 
-void recordEvent(enum VhidKind kind, const UCHAR *bytes, ULONG length) {
-    struct VhidEvent *event;
-    KIRQL irql;
-
-    length = min(length, VHID_LARGEST_REPORT);
-    KeAcquireSpinLock(&driver.lock, &irql);
-    if (driver.eventCount == QUEUED_EVENTS) {
-        driver.firstEvent = (driver.firstEvent + 1) % QUEUED_EVENTS;
-        --driver.eventCount;
-    }
-    event = &driver.events[(driver.firstEvent + driver.eventCount++) % QUEUED_EVENTS];
-    event->kind = kind;
-    event->length = length;
-    memcpy(event->bytes, bytes, length);
-    KeReleaseSpinLock(&driver.lock, irql);
-}
-
-BOOLEAN takeFailure(enum VhidKind kind, NTSTATUS *status) {
-    BOOLEAN fails;
-    KIRQL irql;
-
-    KeAcquireSpinLock(&driver.lock, &irql);
-    fails = driver.failures[kind].count != 0;
-    if (fails) {
-        --driver.failures[kind].count;
-        *status = driver.failures[kind].status;
-    }
-    KeReleaseSpinLock(&driver.lock, irql);
-    return fails;
-}
-
 void releaseHeldWrites(NTSTATUS failure) {
     PIRP irp;
     KIRQL irql;
@@ -83,121 +52,77 @@ static BOOLEAN holdWrite(PIRP irp) {
     return held;
 }
 
+static void setHoldWrites(BOOLEAN hold) {
+    KIRQL irql;
+
+    KeAcquireSpinLock(&driver.lock, &irql);
+    driver.holdWrites = hold;
+    KeReleaseSpinLock(&driver.lock, irql);
+    if (!hold)
+        releaseHeldWrites(STATUS_SUCCESS);
+}
+
 static void reset(void) {
     KIRQL irql;
 
     KeAcquireSpinLock(&driver.lock, &irql);
-    driver.eventCount = 0;
-    driver.feature.length = 0;
-    useReceiverDescriptor();
+    driver.written.count = 0;
     driver.holdWrites = FALSE;
-    memset(driver.failures, 0, sizeof driver.failures);
     KeReleaseSpinLock(&driver.lock, irql);
     releaseHeldWrites(STATUS_CANCELLED);
 }
 
-/* Copies out of the driver's state: the next event, or the counters. */
-static ULONG copyOut(ULONG code, void *buffer) {
-    struct VhidEvent *event = buffer;
-    KIRQL irql;
-    ULONG length;
-
-    KeAcquireSpinLock(&driver.lock, &irql);
-    if (code == VHID_IOCTL_COUNTERS) {
-        memcpy(buffer, &driver.counters, length = sizeof driver.counters);
-    } else if (driver.eventCount) {
-        memcpy(event, &driver.events[driver.firstEvent], length = sizeof *event);
-        driver.firstEvent = (driver.firstEvent + 1) % QUEUED_EVENTS;
-        --driver.eventCount;
-    } else {
-        memset(event, 0, length = sizeof *event);
-    }
-    KeReleaseSpinLock(&driver.lock, irql);
-    return length;
-}
-
-static void copyIn(ULONG code, const void *buffer, ULONG length) {
-    const struct VhidFailure *failure = buffer;
-    KIRQL irql;
-
-    KeAcquireSpinLock(&driver.lock, &irql);
-    switch (code) {
-    case VHID_IOCTL_FAIL:
-        driver.failures[failure->kind].status = failure->status;
-        driver.failures[failure->kind].count = failure->count;
-        break;
-    case VHID_IOCTL_SET_DESCRIPTOR:
-        driver.nextDescriptorLength = (USHORT)min(length, VHID_LARGEST_DESCRIPTOR);
-        memcpy(driver.nextDescriptor, buffer, driver.nextDescriptorLength);
-        break;
-    case VHID_IOCTL_SET_FEATURE:
-        memcpy(&driver.feature, buffer, sizeof driver.feature);
-        break;
-    case VHID_IOCTL_HOLD_WRITES:
-        driver.holdWrites = *(const ULONG *)buffer != 0;
-        break;
-    }
-    KeReleaseSpinLock(&driver.lock, irql);
-    if (code == VHID_IOCTL_HOLD_WRITES && !*(const ULONG *)buffer)
-        releaseHeldWrites(STATUS_SUCCESS);
-}
-
-/* Least length of the request's input or output. */
-static ULONG requiredLength(ULONG code) {
-    switch (code) {
-    case VHID_IOCTL_INPUT:
-        return sizeof(struct VhidInput);
-    case VHID_IOCTL_NEXT_EVENT:
-        return sizeof(struct VhidEvent);
-    case VHID_IOCTL_FAIL:
-        return sizeof(struct VhidFailure);
-    case VHID_IOCTL_HOLD_WRITES:
-        return sizeof(ULONG);
-    case VHID_IOCTL_SET_DESCRIPTOR:
-        return 1;
-    case VHID_IOCTL_SET_FEATURE:
-        return sizeof(struct VhidFeature);
-    case VHID_IOCTL_COUNTERS:
-        return sizeof(struct VhidCounters);
-    default:
-        return 0;
-    }
-}
-
 static NTSTATUS control(PIRP irp) {
     const PIO_STACK_LOCATION stack = IoGetCurrentIrpStackLocation(irp);
-    const ULONG code = stack->Parameters.DeviceIoControl.IoControlCode;
-    const BOOLEAN out = code == VHID_IOCTL_NEXT_EVENT || code == VHID_IOCTL_COUNTERS;
-    const ULONG length = out ? stack->Parameters.DeviceIoControl.OutputBufferLength
-                             : stack->Parameters.DeviceIoControl.InputBufferLength;
+    const ULONG inLength = stack->Parameters.DeviceIoControl.InputBufferLength;
+    const ULONG outLength = stack->Parameters.DeviceIoControl.OutputBufferLength;
     void *buffer = irp->AssociatedIrp.SystemBuffer;
+    ULONG length = 0;
+    KIRQL irql;
 
-    if (length < requiredLength(code))
-        return complete(irp, STATUS_INVALID_PARAMETER, 0);
-    if (out)
-        return complete(irp, STATUS_SUCCESS, copyOut(code, buffer));
-    if (code == VHID_IOCTL_RESET)
-        reset();
-    else if (code == VHID_IOCTL_INPUT)
+    switch (stack->Parameters.DeviceIoControl.IoControlCode) {
+    case VHID_IOCTL_INPUT:
+        if (inLength < sizeof(struct VhidReport))
+            return complete(irp, STATUS_INVALID_PARAMETER, 0);
         pushInput(buffer);
-    else
-        copyIn(code, buffer, length);
-    return complete(irp, STATUS_SUCCESS, 0);
+        break;
+    case VHID_IOCTL_NEXT_WRITE:
+        if (outLength < (length = sizeof(struct VhidReport)))
+            return complete(irp, STATUS_INVALID_PARAMETER, 0);
+        KeAcquireSpinLock(&driver.lock, &irql);
+        *(struct VhidReport *)buffer = takeReport(&driver.written);
+        KeReleaseSpinLock(&driver.lock, irql);
+        break;
+    case VHID_IOCTL_HOLD_WRITES:
+        if (inLength < sizeof(ULONG))
+            return complete(irp, STATUS_INVALID_PARAMETER, 0);
+        setHoldWrites(*(const ULONG *)buffer != 0);
+        break;
+    case VHID_IOCTL_COUNTERS:
+        if (outLength < (length = sizeof driver.counters))
+            return complete(irp, STATUS_INVALID_PARAMETER, 0);
+        KeAcquireSpinLock(&driver.lock, &irql);
+        memcpy(buffer, &driver.counters, length);
+        KeReleaseSpinLock(&driver.lock, irql);
+        break;
+    case VHID_IOCTL_RESET:
+        reset();
+        break;
+    default:
+        return complete(irp, STATUS_NOT_SUPPORTED, 0);
+    }
+    return complete(irp, STATUS_SUCCESS, length);
 }
 
 NTSTATUS NTAPI hook(PDEVICE_OBJECT device, PIRP irp) {
-    const PIO_STACK_LOCATION stack = IoGetCurrentIrpStackLocation(irp);
-    const UCHAR major = stack->MajorFunction;
+    const UCHAR major = IoGetCurrentIrpStackLocation(irp)->MajorFunction;
 
-    if (device == driver.control) {
-        if (major == IRP_MJ_DEVICE_CONTROL)
-            return control(irp);
-        return complete(irp, STATUS_SUCCESS, 0);
-    }
+    if (device == driver.control)
+        return major == IRP_MJ_DEVICE_CONTROL ? control(irp) : complete(irp, STATUS_SUCCESS, 0);
     if (major == IRP_MJ_CREATE)
-        InterlockedIncrement((LONG *)&driver.counters.opens);
+        InterlockedIncrement((LONG *)&driver.counters.openHandles);
     if (major == IRP_MJ_CLOSE)
-        InterlockedIncrement((LONG *)&driver.counters.closes);
+        InterlockedDecrement((LONG *)&driver.counters.openHandles);
     if (major == IRP_MJ_WRITE && holdWrite(irp))
         return STATUS_PENDING;
     return driver.classDispatch[major](device, irp);

@@ -4,25 +4,32 @@
 
 struct Driver driver;
 
-/* Vendor-defined collection, report ID 2: input, output and feature reports of 64 bytes. */
-static const UCHAR receiverDescriptor[] = {
-    0x06, 0x00, 0xFF, 0x09, 0x01, 0xA1, 0x01,       /* usage page FF00, usage 1, application collection */
-    0x85, 0x02, 0x15, 0x00, 0x26, 0xFF, 0x00,       /* report ID 2, logical range 0..255 */
-    0x75, 0x08, 0x95, 0x40,                         /* 64 fields of 8 bits */
-    0x09, 0x02, 0x81, 0x02, 0x09, 0x03, 0x91, 0x02, /* input, output */
-    0x09, 0x04, 0xB1, 0x02, 0xC0,                   /* feature, end of collection */
-};
-
-void useReceiverDescriptor(void) {
-    memcpy(driver.nextDescriptor, receiverDescriptor, sizeof receiverDescriptor);
-    driver.nextDescriptorLength = sizeof receiverDescriptor;
-}
-
 NTSTATUS complete(PIRP irp, NTSTATUS status, ULONG_PTR information) {
     irp->IoStatus.Status = status;
     irp->IoStatus.Information = information;
     IoCompleteRequest(irp, IO_NO_INCREMENT);
     return status;
+}
+
+void putReport(struct ReportQueue *queue, const UCHAR *bytes, ULONG length) {
+    struct VhidReport *report;
+
+    if (queue->count == QUEUED_REPORTS)
+        takeReport(queue);
+    report = &queue->reports[(queue->first + queue->count++) % QUEUED_REPORTS];
+    report->length = min(length, VHID_LARGEST_REPORT);
+    memcpy(report->bytes, bytes, report->length);
+}
+
+struct VhidReport takeReport(struct ReportQueue *queue) {
+    struct VhidReport report = {0};
+
+    if (queue->count) {
+        report = queue->reports[queue->first];
+        queue->first = (queue->first + 1) % QUEUED_REPORTS;
+        --queue->count;
+    }
+    return report;
 }
 
 static void NTAPI unload(PDRIVER_OBJECT object) {
@@ -31,8 +38,7 @@ static void NTAPI unload(PDRIVER_OBJECT object) {
 }
 
 NTSTATUS NTAPI DriverEntry(PDRIVER_OBJECT object, PUNICODE_STRING registryPath) {
-    static const UCHAR hooked[] = {IRP_MJ_CREATE, IRP_MJ_CLOSE, IRP_MJ_READ, IRP_MJ_WRITE,
-                                   IRP_MJ_DEVICE_CONTROL};
+    static const UCHAR hooked[] = {IRP_MJ_CREATE, IRP_MJ_CLOSE, IRP_MJ_WRITE, IRP_MJ_DEVICE_CONTROL};
     HID_MINIDRIVER_REGISTRATION registration = {.Revision = HID_REVISION,
                                                 .DriverObject = object,
                                                 .RegistryPath = registryPath,
@@ -41,10 +47,7 @@ NTSTATUS NTAPI DriverEntry(PDRIVER_OBJECT object, PUNICODE_STRING registryPath) 
     ULONG i;
 
     KeInitializeSpinLock(&driver.lock);
-    InitializeListHead(&driver.devices);
     InitializeListHead(&driver.heldWrites);
-    useReceiverDescriptor();
-
     object->DriverExtension->AddDevice = addDevice;
     object->DriverUnload = unload;
     object->MajorFunction[IRP_MJ_PNP] = pnp;
@@ -52,8 +55,8 @@ NTSTATUS NTAPI DriverEntry(PDRIVER_OBJECT object, PUNICODE_STRING registryPath) 
     if ((status = HidRegisterMinidriver(&registration)))
         return status;
 
-    /* The class driver has taken the dispatch table over; step in front of it for the control device, for
-     * held writes and for what Wine's class driver does not offer. */
+    /* The class driver has taken the dispatch table over; step in front of it for the control device and for
+     * held writes. */
     for (i = 0; i < sizeof hooked; ++i) {
         driver.classDispatch[hooked[i]] = object->MajorFunction[hooked[i]];
         object->MajorFunction[hooked[i]] = hook;

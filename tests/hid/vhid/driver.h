@@ -5,65 +5,50 @@
 #include "hidport.h"
 #include "vhid.h"
 
-#define QUEUED_REPORTS 32
-#define QUEUED_EVENTS 64
+#define QUEUED_REPORTS 64
 
-struct Report {
-    ULONG length;
-    UCHAR bytes[VHID_LARGEST_REPORT];
+struct ReportQueue {
+    ULONG first, count;
+    struct VhidReport reports[QUEUED_REPORTS];
 };
 
 /* One plugged device; lives in the extension of its function device object. */
 struct VirtualDevice {
-    LIST_ENTRY entry;
-    WCHAR id[128]; /* "ROOT\VID_040B&PID_F779&MI_03\INSTANCE" */
     USHORT vendorId, productId;
-    USHORT descriptorLength;
-    UCHAR descriptor[VHID_LARGEST_DESCRIPTOR];
     BOOLEAN removed;
     PIRP pendingRead; /* the class driver's one read, waiting for an input report */
-    ULONG first, count;
-    struct Report queue[QUEUED_REPORTS];
+    struct ReportQueue input;
 };
 
 struct Driver {
     KSPIN_LOCK lock;
-    LIST_ENTRY devices;
     PDEVICE_OBJECT control;
     PDRIVER_DISPATCH classDispatch[IRP_MJ_MAXIMUM_FUNCTION + 1]; /* the HID class driver's */
 
-    USHORT nextDescriptorLength;
-    UCHAR nextDescriptor[VHID_LARGEST_DESCRIPTOR];
-    struct Report feature;
-    struct {
-        NTSTATUS status;
-        ULONG count;
-    } failures[VHID_KINDS];
-
+    struct VirtualDevice *device; /* the one plugged last, where it is still there */
+    struct ReportQueue written;
     BOOLEAN holdWrites;
     LIST_ENTRY heldWrites; /* IRPs by Tail.Overlay.ListEntry */
     struct VhidCounters counters;
-    ULONG firstEvent, eventCount;
-    struct VhidEvent events[QUEUED_EVENTS];
 };
 
 extern struct Driver driver;
 
 NTSTATUS complete(PIRP irp, NTSTATUS status, ULONG_PTR information);
-void useReceiverDescriptor(void); /* for devices plugged from now on */
+
+/* With the lock held. A full queue loses its oldest report; an empty one gives a report of length 0. */
+void putReport(struct ReportQueue *queue, const UCHAR *bytes, ULONG length);
+struct VhidReport takeReport(struct ReportQueue *queue);
 
 /* minidriver.c: the side towards the HID class driver */
 NTSTATUS NTAPI addDevice(PDRIVER_OBJECT object, PDEVICE_OBJECT functionDevice);
 NTSTATUS NTAPI pnp(PDEVICE_OBJECT functionDevice, PIRP irp);
 NTSTATUS NTAPI internalControl(PDEVICE_OBJECT functionDevice, PIRP irp);
-void pushInput(const struct VhidInput *input);
+void pushInput(const struct VhidReport *report);
 
 /* control.c: the side towards the controlling program */
 NTSTATUS createControlDevice(PDRIVER_OBJECT object);
 void deleteControlDevice(void);
 NTSTATUS NTAPI hook(PDEVICE_OBJECT device, PIRP irp);
-void recordEvent(enum VhidKind kind, const UCHAR *bytes, ULONG length);
-/* Whether the next request of this kind is to fail, and how. */
-BOOLEAN takeFailure(enum VhidKind kind, NTSTATUS *status);
 /* Lets held writes go on to the class driver, or ends them with a failure. */
 void releaseHeldWrites(NTSTATUS failure);

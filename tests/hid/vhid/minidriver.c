@@ -5,13 +5,21 @@ static struct VirtualDevice *virtualDevice(PDEVICE_OBJECT functionDevice) {
     return ((HID_DEVICE_EXTENSION *)functionDevice->DeviceExtension)->MiniDeviceExtension;
 }
 
-/* Appends one of the physical device's IDs to text. */
-static NTSTATUS appendId(PDEVICE_OBJECT physical, BUS_QUERY_ID_TYPE type, WCHAR *text, ULONG capacity) {
+/* Vendor-defined collection, report ID 2: input, output and feature reports of 64 bytes. */
+static const UCHAR receiverDescriptor[] = {
+    0x06, 0x00, 0xFF, 0x09, 0x01, 0xA1, 0x01,       /* usage page FF00, usage 1, application collection */
+    0x85, 0x02, 0x15, 0x00, 0x26, 0xFF, 0x00,       /* report ID 2, logical range 0..255 */
+    0x75, 0x08, 0x95, 0x40,                         /* 64 fields of 8 bits */
+    0x09, 0x02, 0x81, 0x02, 0x09, 0x03, 0x91, 0x02, /* input, output */
+    0x09, 0x04, 0xB1, 0x02, 0xC0,                   /* feature, end of collection */
+};
+
+/* The physical device's ID, "ROOT\VID_040B&PID_F779&MI_03"; from ExAllocatePool. */
+static NTSTATUS queryDeviceId(PDEVICE_OBJECT physical, WCHAR **id) {
     IO_STATUS_BLOCK result = {0};
     PIO_STACK_LOCATION stack;
     KEVENT event;
     PIRP irp;
-    WCHAR *id;
 
     KeInitializeEvent(&event, NotificationEvent, FALSE);
     if (!(irp = IoBuildSynchronousFsdRequest(IRP_MJ_PNP, physical, NULL, 0, NULL, &event, &result)))
@@ -19,16 +27,11 @@ static NTSTATUS appendId(PDEVICE_OBJECT physical, BUS_QUERY_ID_TYPE type, WCHAR 
     irp->IoStatus.Status = STATUS_NOT_SUPPORTED;
     stack = IoGetNextIrpStackLocation(irp);
     stack->MinorFunction = IRP_MN_QUERY_ID;
-    stack->Parameters.QueryId.IdType = type;
+    stack->Parameters.QueryId.IdType = BusQueryDeviceID;
     if (IoCallDriver(physical, irp) == STATUS_PENDING)
         KeWaitForSingleObject(&event, Executive, KernelMode, FALSE, NULL);
-    if (result.Status)
-        return result.Status;
-    id = (WCHAR *)result.Information;
-    if (wcslen(text) + wcslen(id) < capacity)
-        wcscat(text, id);
-    ExFreePool(id);
-    return STATUS_SUCCESS;
+    *id = (WCHAR *)result.Information;
+    return result.Status;
 }
 
 /* The four hexadecimal digits after a prefix such as "VID_"; 0 without them. */
@@ -48,22 +51,19 @@ NTSTATUS NTAPI addDevice(PDRIVER_OBJECT object, PDEVICE_OBJECT functionDevice) {
     struct VirtualDevice *device = virtualDevice(functionDevice);
     PDEVICE_OBJECT physical = ((HID_DEVICE_EXTENSION *)functionDevice->DeviceExtension)->PhysicalDeviceObject;
     NTSTATUS status;
+    WCHAR *id;
     KIRQL irql;
 
     (void)object;
+    if ((status = queryDeviceId(physical, &id)))
+        return status;
     memset(device, 0, sizeof *device);
-    if ((status = appendId(physical, BusQueryDeviceID, device->id, ARRAYSIZE(device->id) - 1)))
-        return status;
-    wcscat(device->id, L"\\");
-    if ((status = appendId(physical, BusQueryInstanceID, device->id, ARRAYSIZE(device->id))))
-        return status;
-    device->vendorId = numberAfter(device->id, L"VID_");
-    device->productId = numberAfter(device->id, L"PID_");
+    device->vendorId = numberAfter(id, L"VID_");
+    device->productId = numberAfter(id, L"PID_");
+    ExFreePool(id);
 
     KeAcquireSpinLock(&driver.lock, &irql);
-    device->descriptorLength = driver.nextDescriptorLength;
-    memcpy(device->descriptor, driver.nextDescriptor, device->descriptorLength);
-    InsertTailList(&driver.devices, &device->entry);
+    driver.device = device;
     KeReleaseSpinLock(&driver.lock, irql);
     return STATUS_SUCCESS;
 }
@@ -74,8 +74,8 @@ static void endReads(struct VirtualDevice *device) {
     PIRP read;
 
     KeAcquireSpinLock(&driver.lock, &irql);
-    if (!device->removed)
-        RemoveEntryList(&device->entry);
+    if (driver.device == device)
+        driver.device = NULL;
     device->removed = TRUE;
     read = device->pendingRead;
     device->pendingRead = NULL;
@@ -96,7 +96,7 @@ NTSTATUS NTAPI pnp(PDEVICE_OBJECT functionDevice, PIRP irp) {
     return IoCallDriver(extension->NextDeviceObject, irp);
 }
 
-static NTSTATUS fillRead(PIRP irp, const struct Report *report) {
+static NTSTATUS fillRead(PIRP irp, const struct VhidReport *report) {
     if (report->length > IoGetCurrentIrpStackLocation(irp)->Parameters.DeviceIoControl.OutputBufferLength)
         return complete(irp, STATUS_BUFFER_OVERFLOW, 0);
     memcpy(irp->UserBuffer, report->bytes, report->length);
@@ -104,71 +104,47 @@ static NTSTATUS fillRead(PIRP irp, const struct Report *report) {
 }
 
 static NTSTATUS readReport(struct VirtualDevice *device, PIRP irp) {
-    struct Report report;
+    struct VhidReport report = {0};
+    BOOLEAN removed;
     KIRQL irql;
 
     KeAcquireSpinLock(&driver.lock, &irql);
-    if (device->removed) {
-        KeReleaseSpinLock(&driver.lock, irql);
-        return complete(irp, STATUS_DELETE_PENDING, 0);
-    }
-    if (device->count == 0) {
+    removed = device->removed;
+    if (!removed && !(report = takeReport(&device->input)).length) {
         IoMarkIrpPending(irp);
         device->pendingRead = irp;
-        KeReleaseSpinLock(&driver.lock, irql);
-        return STATUS_PENDING;
     }
-    report = device->queue[device->first];
-    device->first = (device->first + 1) % QUEUED_REPORTS;
-    --device->count;
     KeReleaseSpinLock(&driver.lock, irql);
-    return fillRead(irp, &report);
+    if (removed)
+        return complete(irp, STATUS_DELETE_PENDING, 0);
+    return report.length ? fillRead(irp, &report) : STATUS_PENDING;
 }
 
-void pushInput(const struct VhidInput *input) {
-    struct VirtualDevice *device = NULL;
-    struct Report report = {.length = input->length};
-    PLIST_ENTRY entry;
+void pushInput(const struct VhidReport *report) {
     PIRP read = NULL;
     KIRQL irql;
 
-    memcpy(report.bytes, input->bytes, sizeof report.bytes);
     KeAcquireSpinLock(&driver.lock, &irql);
-    for (entry = driver.devices.Flink; entry != &driver.devices; entry = entry->Flink) {
-        struct VirtualDevice *candidate = CONTAINING_RECORD(entry, struct VirtualDevice, entry);
-        if (wcsstr(candidate->id, input->device))
-            device = candidate;
-    }
-    if (device && device->pendingRead) {
-        read = device->pendingRead;
-        device->pendingRead = NULL;
-    } else if (device && device->count < QUEUED_REPORTS) {
-        device->queue[(device->first + device->count++) % QUEUED_REPORTS] = report;
+    if (driver.device && driver.device->pendingRead) {
+        read = driver.device->pendingRead;
+        driver.device->pendingRead = NULL;
+    } else if (driver.device) {
+        putReport(&driver.device->input, report->bytes, report->length);
     }
     KeReleaseSpinLock(&driver.lock, irql);
     if (read)
-        fillRead(read, &report);
+        fillRead(read, report);
 }
 
-/* Reports from and to the host, whose packet carries buffer, length and ID. */
-static NTSTATUS transfer(PIRP irp, enum VhidKind kind) {
-    HID_XFER_PACKET *packet = irp->UserBuffer;
-    NTSTATUS status;
-    ULONG length;
+static NTSTATUS writeReport(PIRP irp) {
+    const HID_XFER_PACKET *packet = irp->UserBuffer;
     KIRQL irql;
 
-    recordEvent(kind, packet->reportBuffer, kind == VHID_GET_FEATURE ? 0 : packet->reportBufferLen);
-    if (takeFailure(kind, &status))
-        return complete(irp, status, 0);
-    length = packet->reportBufferLen;
-    if (kind == VHID_GET_FEATURE) {
-        KeAcquireSpinLock(&driver.lock, &irql);
-        length = min(length, driver.feature.length);
-        memcpy(packet->reportBuffer, driver.feature.bytes, length);
-        KeReleaseSpinLock(&driver.lock, irql);
-    }
-    /* Wine's class driver takes 1 off the count of a written numbered report. */
-    return complete(irp, STATUS_SUCCESS, length + (kind == VHID_WRITE && packet->reportId ? 1 : 0));
+    KeAcquireSpinLock(&driver.lock, &irql);
+    putReport(&driver.written, packet->reportBuffer, packet->reportBufferLen);
+    KeReleaseSpinLock(&driver.lock, irql);
+    /* Wine's class driver takes the byte of the report ID off this count. */
+    return complete(irp, STATUS_SUCCESS, packet->reportBufferLen + 1);
 }
 
 static NTSTATUS answer(PIRP irp, const void *bytes, ULONG length) {
@@ -194,19 +170,15 @@ NTSTATUS NTAPI internalControl(PDEVICE_OBJECT functionDevice, PIRP irp) {
             .bDescriptorType = HID_HID_DESCRIPTOR_TYPE,
             .bcdHID = 0x0111,
             .bNumDescriptors = 1,
-            .DescriptorList = {{HID_REPORT_DESCRIPTOR_TYPE, device->descriptorLength}}};
+            .DescriptorList = {{HID_REPORT_DESCRIPTOR_TYPE, sizeof receiverDescriptor}}};
         return answer(irp, &descriptor, sizeof descriptor);
     }
     case IOCTL_HID_GET_REPORT_DESCRIPTOR:
-        return answer(irp, device->descriptor, device->descriptorLength);
+        return answer(irp, receiverDescriptor, sizeof receiverDescriptor);
     case IOCTL_HID_READ_REPORT:
         return readReport(device, irp);
     case IOCTL_HID_WRITE_REPORT:
-        return transfer(irp, VHID_WRITE);
-    case IOCTL_HID_SET_FEATURE:
-        return transfer(irp, VHID_SET_FEATURE);
-    case IOCTL_HID_GET_FEATURE:
-        return transfer(irp, VHID_GET_FEATURE);
+        return writeReport(irp);
     default:
         return complete(irp, STATUS_NOT_SUPPORTED, 0);
     }
