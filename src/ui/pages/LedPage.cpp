@@ -87,7 +87,8 @@ bool LedPage::eventFilter(QObject *watched, QEvent *event) {
     const QPushButton *palette = context_.form.pushButton_palette;
     if (watched == palette && event->type() == QEvent::MouseButtonRelease) {
         const auto *release = static_cast<QMouseEvent *>(event);
-        if (release->button() == Qt::LeftButton && palette->rect().contains(release->pos()))
+        const bool isClick = release->button() == Qt::LeftButton && palette->isDown();
+        if (isClick && palette->rect().contains(release->pos()))
             paletteRelease_ = release->pos();
     }
     return QObject::eventFilter(watched, event);
