@@ -3,33 +3,22 @@
 
 #include <gtest/gtest.h>
 
-#include <QByteArray>
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 
 namespace QmFiles {
 
-inline QString folder() {
-    return QCoreApplication::applicationDirPath() + QStringLiteral("/translations/");
-}
-
-inline QByteArray built(const char *name) {
-    QFile file(QStringLiteral("Z:" QOR_QM_DIR "/") + QString::fromLatin1(name));
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name;
-    return file.readAll();
-}
-
-inline void write(const char *name, const QByteArray &bytes) {
-    QFile file(folder() + QString::fromLatin1(name));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
+inline QString path(const char *name) {
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/translations/") + QLatin1String(name);
 }
 
 inline void restore() {
-    QDir().mkpath(folder());
-    for (const char *name : {"ts_zh.qm", "ts_en.qm"})
-        write(name, built(name));
+    QDir().mkpath(path(""));
+    for (const char *name : {"ts_zh.qm", "ts_en.qm"}) {
+        QFile::remove(path(name));
+        ASSERT_TRUE(QFile::copy(QStringLiteral("Z:" QOR_QM_DIR "/") + QLatin1String(name), path(name)));
+    }
 }
 
 } // namespace QmFiles

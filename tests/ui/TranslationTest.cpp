@@ -1,7 +1,7 @@
-// What a language change does to the window: files good and bad, calls, levels written back. The translation
-// files are copies beside this test program, which it changes as it likes.
+// Which language is chosen, and what a change of it does to the window: files good and bad, calls.
 #include "ui/Translation.h"
 
+#include "ui/LanguageChoice.h"
 #include "ui/pages/PageTest.h"
 #include "ui/QmFiles.h"
 
@@ -9,12 +9,27 @@
 
 namespace {
 
+TEST(LanguageChoice, StoredValueWinsOverTheSystemsLocale) {
+    const struct {
+        uint32_t locale;
+        std::optional<uint32_t> stored;
+        int language;
+    } cases[] = {
+        {2052, {}, 0},     {1028, {}, 1},    {3076, {}, 1},  {1033, {}, 1},
+        {2052, 1, 1},      {1033, 0, 0},     {2052, 2, 2},   {2052, 127, 127},
+        {2052, 128, -128}, {1033, 200, -56}, {2052, 256, 0}, {1033, 0xFFFFFFFF, -1},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(chooseLanguage(c.locale, c.stored), c.language)
+            << c.locale << " " << (c.stored ? std::to_string(*c.stored) : "missing");
+}
+
 class TranslationTest : public PageTest {
 protected:
     TranslationTest() : translation(window, context()) { QmFiles::restore(); }
 
-    QString textIn(int8_t code) {
-        language.code = code;
+    QString textIn(int code) {
+        language.code = static_cast<int8_t>(code);
         translation.LoadTranslation();
         return form.label_2->text();
     }
@@ -28,23 +43,21 @@ TEST_F(TranslationTest, EveryLanguageValueHasItsTexts) {
     EXPECT_EQ(textIn(1), english);
     EXPECT_EQ(textIn(0), chinese);
     EXPECT_EQ(textIn(127), english);
-    for (const int negative : {-128, -56, -1}) // texts stay, those that something else put there included
-        EXPECT_EQ(textIn(static_cast<int8_t>(negative)), english);
     form.label_2->setText(QStringLiteral("x"));
-    EXPECT_EQ(textIn(-1), QStringLiteral("x"));
+    for (const int negative : {-128, -56, -1}) // texts stay, those that something else put there included
+        EXPECT_EQ(textIn(negative), QStringLiteral("x"));
     EXPECT_EQ(textIn(1), english);
     EXPECT_EQ(window.findChildren<QTranslator *>().size(), 1);
 }
 
 TEST_F(TranslationTest, PollsTheVolumeThenRefillsInOrderWithoutWriting) {
-    for (const int8_t code : {int8_t{1}, int8_t{-56}}) {
+    std::string order;
+    translation.addRefill([&] { order += "first " + std::to_string(recorder.calls.size()); });
+    translation.addRefill([&] { order += volume.volumeUpdating ? " second" : " unguarded"; });
+    for (const int code : {1, -56}) {
         recorder.reset();
-        Translation loading(window, context());
-        std::string order;
-        loading.addRefill([&] { order += "first " + std::to_string(recorder.calls.size()); });
-        loading.addRefill([&] { order += volume.volumeUpdating ? " second" : " unguarded"; });
-        language.code = code;
-        loading.LoadTranslation();
+        order.clear();
+        textIn(code);
         EXPECT_EQ(order, "first 1 second");
         EXPECT_EQ(recorder.calls, std::vector<std::string>{"_getVolum(0, 0)"});
         EXPECT_FALSE(volume.volumeUpdating);
@@ -53,16 +66,16 @@ TEST_F(TranslationTest, PollsTheVolumeThenRefillsInOrderWithoutWriting) {
 
 TEST_F(TranslationTest, MissingOrBrokenFilesGiveTheSourceTexts) {
     EXPECT_EQ(textIn(1), english);
-    QFile::remove(QmFiles::folder() + QStringLiteral("ts_zh.qm"));
+    QFile::remove(QmFiles::path("ts_zh.qm"));
     EXPECT_EQ(textIn(0), chinese);
-    QFile::remove(QmFiles::folder() + QStringLiteral("ts_en.qm"));
-    EXPECT_EQ(textIn(1), chinese);
-    const QByteArray whole = QmFiles::built("ts_en.qm");
-    for (const int size : {0, 20, whole.size() / 2, whole.size() - 1}) {
-        QmFiles::write("ts_en.qm", whole.left(size));
+    const qint64 whole = QFile(QmFiles::path("ts_en.qm")).size();
+    for (const qint64 size : {whole - 1, whole / 2, qint64{20}, qint64{0}}) {
+        ASSERT_TRUE(QFile::resize(QmFiles::path("ts_en.qm"), size));
         EXPECT_EQ(textIn(1), chinese) << size;
     }
-    QmFiles::write("ts_en.qm", whole);
+    QFile::remove(QmFiles::path("ts_en.qm"));
+    EXPECT_EQ(textIn(1), chinese);
+    QmFiles::restore();
     EXPECT_EQ(textIn(1), english);
 }
 
