@@ -1,11 +1,9 @@
-// The memory of one download: exactly the announced size, zeroed, filled from the front. What the server
-// sends beyond that size is dropped.
+// The memory of one download: exactly the announced size, zeroed, filled from the front.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <memory>
 
 class DownloadBuffer {
@@ -19,13 +17,23 @@ public:
         return bytes_ != nullptr;
     }
 
-    void append(const void *bytes, size_t count) noexcept {
-        const size_t room = size_ - filled_;
-        const size_t taken = count < room ? count : room;
-        if (taken > 0)
-            std::memcpy(bytes_.get() + filled_, bytes, taken);
-        filled_ += taken;
+    // The place for the next bytes: at most limit of them, none when the buffer is full.
+    struct Room {
+        uint8_t *start;
+        size_t size;
+    };
+    Room room(size_t limit) noexcept {
+        const size_t left = size_ - filled_;
+        const Room next{bytes_.get() + filled_, left < limit ? left : limit};
+        // Under Wine a receive reads the memory before it writes to it: two page faults for an untouched
+        // page.
+        constexpr size_t kPageSize = 4096;
+        for (; touched_ < filled_ + next.size; touched_ += kPageSize)
+            *const_cast<volatile uint8_t *>(bytes_.get() + touched_) = 0;
+        return next;
     }
+    // Counts bytes that have been put there, count <= room's size.
+    void fill(size_t count) noexcept { filled_ += count; }
 
     const uint8_t *data() const noexcept { return bytes_.get(); } // null before allocate
     size_t size() const noexcept { return size_; }
@@ -37,4 +45,5 @@ private:
     std::unique_ptr<uint8_t[], Free> bytes_;
     size_t size_ = 0;
     size_t filled_ = 0;
+    size_t touched_ = 0; // no byte from here on has been written to
 };

@@ -83,8 +83,8 @@ int32_t progressPercent(uint64_t received, uint64_t expected) {
     const auto divisor = static_cast<int32_t>(static_cast<uint32_t>(expected));
     if (divisor == 0)
         return 0;
-    return static_cast<int32_t>(int64_t{product} /
-                                divisor); // in 64 bits, since the quotient of -2^31 and -1 is 2^31
+    // In 64 bits, since the quotient of -2^31 and -1 is 2^31.
+    return static_cast<int32_t>(int64_t{product} / divisor);
 }
 
 std::string portArgument(const std::string &dottedAddress, uint16_t port) {

@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr size_t kChunkSize = 65536;
-constexpr int kSystemBufferSize = 4 << 20;
+constexpr size_t kChunkSize = 65536;              // what is sent and reported at once
+constexpr size_t kReceiveLimit = 16 * kChunkSize; // a receive has a price of its own, whatever it brings
 
 // Asks for a passive data connection, sends the command that uses it, and connects. 1 or the failed step.
 int32_t openPassive(FtpSession &session, const std::string &command, const FtpProgress &progress,
@@ -33,19 +33,31 @@ int32_t openPassive(FtpSession &session, const std::string &command, const FtpPr
         progress.report(FtpDataFailed, -1);
         return FtpDataNotConnected;
     }
-    setReceiveBuffer(data.get(), kSystemBufferSize);
     return FtpDone;
 }
 
-// Receives to the end of the data connection; false when it ends with an error.
-template<typename OnChunk>
-bool receiveAll(SOCKET data, OnChunk onChunk) {
-    std::vector<char> chunk(kChunkSize);
+// Receives to the end of the data connection; false when it ends with an error. The bytes go straight into
+// the buffer, those beyond its size nowhere.
+bool receiveFile(SOCKET data, DownloadBuffer &buffer, const FtpProgress &progress) {
+    std::vector<uint8_t> surplus(kChunkSize);
+    uint64_t received = 0;
     for (;;) {
-        const int count = recv(data, chunk.data(), static_cast<int>(chunk.size()), 0);
+        DownloadBuffer::Room room = buffer.room(kReceiveLimit);
+        const bool full = room.size == 0;
+        if (full)
+            room = {surplus.data(), surplus.size()};
+        const int count = recv(data, reinterpret_cast<char *>(room.start), static_cast<int>(room.size), 0);
         if (count <= 0)
             return count == 0;
-        onChunk(chunk.data(), static_cast<size_t>(count));
+        auto left = static_cast<size_t>(count);
+        if (!full)
+            buffer.fill(left);
+        while (left > 0) {
+            const size_t chunk = std::min(left, kChunkSize);
+            received += chunk;
+            left -= chunk;
+            progress.report(FtpTransfer, progressPercent(received, buffer.size()));
+        }
     }
 }
 
@@ -68,12 +80,7 @@ int32_t retrievePassive(FtpSession &session, const std::string &remotePath, Down
     const int32_t opened = openPassive(session, "RETR " + remotePath, progress, data);
     if (opened != FtpDone)
         return opened;
-    uint64_t received = 0;
-    const bool complete = receiveAll(data.get(), [&](const char *bytes, size_t count) {
-        buffer.append(bytes, count);
-        received += count;
-        progress.report(FtpTransfer, progressPercent(received, buffer.size()));
-    });
+    const bool complete = receiveFile(data.get(), buffer, progress);
     data.reset();
     return finishTransfer(session, complete, progress);
 }
@@ -105,10 +112,12 @@ int32_t listPassive(FtpSession &session, const std::string &remotePath, std::str
     const int32_t opened = openPassive(session, command, {}, data);
     if (opened != FtpDone)
         return opened;
-    const bool complete =
-        receiveAll(data.get(), [&](const char *bytes, size_t count) { listing.append(bytes, count); });
+    std::vector<char> chunk(kChunkSize);
+    int count;
+    while ((count = recv(data.get(), chunk.data(), static_cast<int>(chunk.size()), 0)) > 0)
+        listing.append(chunk.data(), static_cast<size_t>(count));
     data.reset();
-    return finishTransfer(session, complete, {});
+    return finishTransfer(session, count == 0, {});
 }
 
 int32_t downloadToMemory(const FtpServer &server, const std::string &remotePath, DownloadBuffer &buffer,

@@ -45,8 +45,3 @@ inline void setSocketTimeout(SOCKET socket, DWORD milliseconds) noexcept {
     setsockopt(socket, SOL_SOCKET, SO_RCVTIMEO, value, sizeof milliseconds);
     setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, value, sizeof milliseconds);
 }
-
-// A large buffer lets the server run ahead, so that fewer receives have to wait.
-inline void setReceiveBuffer(SOCKET socket, int bytes) noexcept {
-    setsockopt(socket, SOL_SOCKET, SO_RCVBUF, reinterpret_cast<const char *>(&bytes), sizeof bytes);
-}

@@ -3,6 +3,7 @@
 #include "update/FtpControl.h"
 #include "update/FtpTransfers.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -22,53 +23,61 @@ std::string binaryContent(size_t size) {
     return content;
 }
 
+std::string read(const fs::path &path) {
+    std::ifstream file(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
 class RealServer : public testing::Test {
 protected:
-    fs::path root_;
+    fs::path kit_; // the served folder's subfolder "kit"
     FtpServer server_;
     FtpSession session_;
 
     void SetUp() override {
         const char *port = std::getenv("QOR_FTP_PORT"), *root = std::getenv("QOR_FTP_ROOT");
         ASSERT_TRUE(port && root) << "run this by with_ftp_server.sh";
-        root_ = fs::path("Z:") / root;
+        kit_ = fs::path("Z:") / root / "kit";
+        fs::create_directories(kit_);
         server_.address = "127.0.0.1";
         server_.port = static_cast<uint32_t>(std::atoi(port));
         server_.user = "maker";
         server_.password = "secret";
-        fs::create_directories(root_ / "kit");
     }
     void TearDown() override {
-        if (session_.control)
-            closeSession(session_);
+        if (session_.control) {
+            EXPECT_EQ(closeSession(session_), 1);
+        }
     }
-
     void write(const char *name, const std::string &bytes) {
-        std::ofstream(root_ / name, std::ios::binary) << bytes;
+        std::ofstream(kit_ / name, std::ios::binary) << bytes;
     }
-    std::string read(const fs::path &path) {
-        std::ifstream file(path, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(file), {});
+    void open() {
+        ASSERT_EQ(openSession(server_, session_), 1);
+        EXPECT_EQ(session_.localAddress, "127.0.0.1");
+        EXPECT_TRUE(setBinaryType(session_.control.get()));
     }
 };
 
 TEST_F(RealServer, DownloadsToMemory) {
     for (size_t size : {0u, 1u, 65536u, 5000001u}) {
         const std::string content = binaryContent(size);
-        write("kit/setup.exe", content);
+        write("setup.exe", content);
         DownloadBuffer buffer;
-        int64_t announced = -1;
-        int32_t last = 0;
-        const auto keepLast = [](uint32_t stage, int32_t value, uintptr_t context) {
-            *reinterpret_cast<int32_t *>(context) = stage == FtpTransfer ? value : -2;
+        std::vector<int32_t> reports;
+        const auto keep = [](uint32_t stage, int32_t value, uintptr_t context) {
+            reinterpret_cast<std::vector<int32_t> *>(context)->push_back(stage == FtpTransfer ? value : -2);
         };
+        int64_t announced = -1;
         ASSERT_EQ(downloadToMemory(server_, "kit\\setup.exe", buffer, &announced,
-                                   {keepLast, reinterpret_cast<uintptr_t>(&last)}),
+                                   {keep, reinterpret_cast<uintptr_t>(&reports)}),
                   1);
         EXPECT_EQ(announced, static_cast<int64_t>(size));
         EXPECT_TRUE(std::string(reinterpret_cast<const char *>(buffer.data()), buffer.size()) == content)
             << size;
-        EXPECT_EQ(last, 100);
+        EXPECT_TRUE(std::is_sorted(reports.begin(), reports.end()));
+        EXPECT_EQ(reports.back(), 100);
+        EXPECT_GT(reports.size(), size / 65536); // no chunk is larger
     }
 }
 
@@ -80,12 +89,10 @@ TEST_F(RealServer, RefusesStrangersAndMissingFiles) {
 }
 
 TEST_F(RealServer, TellsSizeAndTime) {
-    write("kit/info", "12345");
-    ASSERT_EQ(openSession(server_, session_), 1);
-    const SOCKET control = session_.control.get();
-    EXPECT_EQ(getFileSize(control, "kit\\info"), 5);
-    EXPECT_TRUE(setBinaryType(control));
-    const std::string time = getFileTime(control, "kit\\info");
+    write("info", "12345");
+    open();
+    EXPECT_EQ(getFileSize(session_.control.get(), "kit\\info"), 5);
+    const std::string time = getFileTime(session_.control.get(), "kit\\info");
     SYSTEMTIME now;
     GetSystemTime(&now);
     char today[16];
@@ -99,20 +106,23 @@ TEST_F(RealServer, DownloadsInActiveMode) {
     // which it announces it, and the client, which takes one receive as one reply, would wait for a
     // confirmation it has had.
     const std::string content = binaryContent(24000000);
-    write("kit/active", content);
-    ASSERT_EQ(openSession(server_, session_), 1);
-    ASSERT_TRUE(setBinaryType(session_.control.get()));
+    write("active", content);
+    open();
+    testing::internal::CaptureStdout();
     EXPECT_TRUE(downloadActive(session_, "kit\\active", "active.tmp", 24000000));
+    const std::string output = testing::internal::GetCapturedStdout();
+    EXPECT_THAT(output, HasSubstr("数据连接将使用端口: "));
+    EXPECT_THAT(output, HasSubstr("开始下载文件..."));
+    EXPECT_THAT(output, HasSubstr("\r下载进度: 100%"));
     EXPECT_TRUE(read("active.tmp") == content);
     fs::remove("active.tmp");
 }
 
 TEST_F(RealServer, UploadsAndLists) {
     const std::string content = binaryContent(200000);
-    ASSERT_EQ(openSession(server_, session_), 1);
-    ASSERT_TRUE(setBinaryType(session_.control.get()));
+    open();
     EXPECT_EQ(uploadPassive(session_, content.data(), content.size(), "kit\\uploaded", {}), 1);
-    EXPECT_TRUE(read(root_ / "kit" / "uploaded") == content);
+    EXPECT_TRUE(read(kit_ / "uploaded") == content);
     std::string listing;
     EXPECT_EQ(listPassive(session_, "kit", listing), 1);
     EXPECT_THAT(listing, HasSubstr(" uploaded\r\n"));

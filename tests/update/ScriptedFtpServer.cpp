@@ -1,25 +1,32 @@
 #include "update/ScriptedFtpServer.h"
 
-#include <algorithm>
+#include "update/FtpReply.h"
+
 #include <chrono>
-#include <cstdio>
 
 struct ScriptedFtpServer::Session {
     FtpScript script;
     UniqueSocket control;
     UniqueSocket dataListener; // after PASV
-    sockaddr_in activePeer{};  // after PORT
+    int32_t activePort = 0;    // after PORT
 };
 
 namespace {
 
 constexpr uint32_t kPatienceMs = 2000;
+constexpr auto kPause = std::chrono::milliseconds(100); // what was sent arrives as a segment of its own
 
-UniqueSocket listenOnLoopback(uint32_t &port) {
-    UniqueSocket listener(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP));
+sockaddr_in loopback(int32_t port) {
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    address.sin_port = htons(static_cast<u_short>(port));
+    return address;
+}
+
+UniqueSocket listenOnLoopback(uint32_t &port) {
+    UniqueSocket listener(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP));
+    sockaddr_in address = loopback(0);
     int size = sizeof address;
     if (bind(listener.get(), reinterpret_cast<sockaddr *>(&address), size) != 0 ||
         listen(listener.get(), 4) != 0 ||
@@ -27,6 +34,13 @@ UniqueSocket listenOnLoopback(uint32_t &port) {
         std::abort();
     port = ntohs(address.sin_port);
     return listener;
+}
+
+UniqueSocket connectToLoopback(int32_t port) {
+    UniqueSocket peer(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP));
+    const sockaddr_in address = loopback(port);
+    connect(peer.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address);
+    return peer;
 }
 
 UniqueSocket acceptWithin(SOCKET listener, uint32_t milliseconds) {
@@ -65,23 +79,30 @@ std::string receiveLine(SOCKET from) {
     return {};
 }
 
-std::string receiveAll(SOCKET from) {
-    std::string all;
+void receiveToTheEnd(SOCKET from) {
     char bytes[4096];
-    for (int count; (count = recv(from, bytes, sizeof bytes, 0)) > 0;)
-        all.append(bytes, static_cast<size_t>(count));
-    return all;
+    while (recv(from, bytes, sizeof bytes, 0) > 0) {
+    }
 }
 
-const std::string *replacedReply(const FtpScript &script, const std::vector<std::string> &stepNames) {
-    for (const std::string &name : stepNames)
-        if (const auto found = script.replies.find(name); found != script.replies.end())
-            return &found->second;
-    return nullptr;
+FtpStep stepAt(const FtpScript &script, std::initializer_list<std::string> names, const std::string &usual) {
+    for (const std::string &name : names)
+        if (const auto found = script.steps.find(name); found != script.steps.end())
+            return found->second;
+    return {usual};
 }
 
-void pause(uint32_t milliseconds) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+// False when the session is over.
+bool carryOut(const FtpStep &step, SOCKET control) {
+    if (step.action == FtpStep::StaysSilent)
+        receiveToTheEnd(control); // until the client has gone
+    if (step.action != FtpStep::Replies)
+        return false;
+    if (step.splitAt > 0) {
+        sendAll(control, step.reply.substr(0, step.splitAt));
+        std::this_thread::sleep_for(kPause);
+    }
+    return sendAll(control, step.reply.substr(step.splitAt));
 }
 
 } // namespace
@@ -107,11 +128,6 @@ std::vector<std::string> ScriptedFtpServer::commands() const {
     return commands_;
 }
 
-std::string ScriptedFtpServer::uploaded() const {
-    const std::lock_guard<std::mutex> lock(mutex_);
-    return uploaded_;
-}
-
 void ScriptedFtpServer::serve() {
     while (!stopping_) {
         Session session;
@@ -127,7 +143,7 @@ void ScriptedFtpServer::serve() {
 }
 
 void ScriptedFtpServer::serveSession(Session &session) {
-    if (!reply(session, {"GREETING"}, "220 ready\r\n"))
+    if (!carryOut(stepAt(session.script, {"GREETING"}, "220 ready\r\n"), session.control.get()))
         return;
     for (;;) {
         const std::string line = receiveLine(session.control.get());
@@ -144,52 +160,37 @@ bool ScriptedFtpServer::handle(Session &session, const std::string &line) {
     const size_t blank = line.find(' ');
     const std::string command = line.substr(0, blank);
     const std::string path = blank == std::string::npos ? "" : line.substr(blank + 1);
-    if (!reply(session, {line, command}, defaultReply(session, command, path)))
+    const FtpStep step = stepAt(session.script, {line, command}, usualReply(session, command, path));
+    if (!carryOut(step, session.control.get()))
         return false;
-    const std::string *replaced = replacedReply(session.script, {line, command});
-    const bool refused = replaced && replaced->front() != '1';
-    if (!refused && !session.script.opensNoData &&
-        (command == "RETR" || command == "STOR" || command == "LIST"))
-        return transfer(session, command, path);
+    const bool transfers = command == "RETR" || command == "STOR";
+    if (transfers && step.reply.front() == '1' && !session.script.opensNoData)
+        return transfer(session, path);
     return command != "QUIT";
 }
 
-bool ScriptedFtpServer::transfer(Session &session, const std::string &command, const std::string &path) {
-    UniqueSocket data;
-    if (session.activePeer.sin_port != 0) {
-        data.reset(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP));
-        connect(data.get(), reinterpret_cast<const sockaddr *>(&session.activePeer),
-                sizeof session.activePeer);
-    } else {
-        data = acceptWithin(session.dataListener.get(), kPatienceMs);
-    }
-    if (command == "STOR") {
-        const std::string bytes = receiveAll(data.get());
-        const std::lock_guard<std::mutex> lock(mutex_);
-        uploaded_ = bytes;
-    } else if (session.script.pieces.count(path) > 0) {
-        for (const std::string &piece : session.script.pieces[path]) {
-            sendAll(data.get(), piece);
-            pause(100);
-        }
-    } else {
-        sendAll(data.get(), session.script.files[path]);
+bool ScriptedFtpServer::transfer(Session &session, const std::string &path) {
+    UniqueSocket data = session.activePort > 0 ? connectToLoopback(session.activePort)
+                                               : acceptWithin(session.dataListener.get(), kPatienceMs);
+    for (const std::string &piece : session.script.files[path]) { // nothing for an upload
+        sendAll(data.get(), piece);
+        if (session.script.files[path].size() > 1 || session.script.resetsData)
+            std::this_thread::sleep_for(kPause);
     }
     if (session.script.resetsData) {
-        pause(100); // what was sent should arrive
         const linger atOnce{1, 0};
         setsockopt(data.get(), SOL_SOCKET, SO_LINGER, reinterpret_cast<const char *>(&atOnce), sizeof atOnce);
     } else {
         // The final reply waits until the client has closed, so that it never comes together with the first.
         shutdown(data.get(), SD_SEND);
-        receiveAll(data.get());
+        receiveToTheEnd(data.get());
     }
     data.reset();
-    return reply(session, {"FINAL"}, "226 done\r\n");
+    return carryOut(stepAt(session.script, {"FINAL"}, "226 done\r\n"), session.control.get());
 }
 
-std::string ScriptedFtpServer::defaultReply(Session &session, const std::string &command,
-                                            const std::string &path) {
+std::string ScriptedFtpServer::usualReply(Session &session, const std::string &command,
+                                          const std::string &path) {
     if (command == "PASV") {
         uint32_t port = 0;
         session.dataListener = listenOnLoopback(port);
@@ -197,46 +198,22 @@ std::string ScriptedFtpServer::defaultReply(Session &session, const std::string 
                std::to_string(port % 256) + ")\r\n"; // the client must not connect to that address
     }
     if (command == "PORT") {
-        unsigned h[4], p1, p2;
-        if (std::sscanf(path.c_str(), "%u,%u,%u,%u,%u,%u", &h[0], &h[1], &h[2], &h[3], &p1, &p2) != 6)
-            return "501 what?\r\n";
-        session.activePeer.sin_family = AF_INET;
-        session.activePeer.sin_addr.s_addr = htonl(h[0] << 24 | h[1] << 16 | h[2] << 8 | h[3]);
-        session.activePeer.sin_port = htons(static_cast<u_short>(p1 * 256 + p2));
+        session.activePort = parsePassivePort("(" + path + ")");
         return "200 ok\r\n";
     }
     if (command == "SIZE") {
         const auto file = session.script.files.find(path);
-        return file == session.script.files.end() ? "550 no such file\r\n"
-                                                  : "213 " + std::to_string(file->second.size()) + "\r\n";
+        if (file == session.script.files.end())
+            return "550 no such file\r\n";
+        size_t size = 0;
+        for (const std::string &piece : file->second)
+            size += piece.size();
+        return "213 " + std::to_string(size) + "\r\n";
     }
     static const std::map<std::string, std::string> usual = {
-        {"USER", "331 password?\r\n"},      {"PASS", "230 welcome\r\n"}, {"TYPE", "200 ok\r\n"},
-        {"MDTM", "213 20240501134500\r\n"}, {"RETR", "150 coming\r\n"},  {"STOR", "150 send\r\n"},
-        {"LIST", "150 coming\r\n"},         {"QUIT", "221 bye\r\n"},
+        {"USER", "331 password?\r\n"}, {"PASS", "230 welcome\r\n"}, {"TYPE", "200 ok\r\n"},
+        {"RETR", "150 coming\r\n"},    {"STOR", "150 send\r\n"},    {"QUIT", "221 bye\r\n"},
     };
     const auto found = usual.find(command);
     return found == usual.end() ? "500 what?\r\n" : found->second;
-}
-
-bool ScriptedFtpServer::reply(Session &session, const std::vector<std::string> &stepNames,
-                              const std::string &usual) {
-    const FtpScript &script = session.script;
-    const auto isHere = [&](const std::string &step) {
-        return std::find(stepNames.begin(), stepNames.end(), step) != stepNames.end();
-    };
-    if (isHere(script.closesAt))
-        return false;
-    if (isHere(script.silentAt)) {
-        receiveAll(session.control.get()); // until the client has gone
-        return false;
-    }
-    const std::string *replaced = replacedReply(script, stepNames);
-    const std::string &text = replaced ? *replaced : usual;
-    if (!isHere(script.splitsAt))
-        return sendAll(session.control.get(), text);
-    if (!sendAll(session.control.get(), text.substr(0, script.splitLength)))
-        return false;
-    pause(150);
-    return sendAll(session.control.get(), text.substr(script.splitLength));
 }

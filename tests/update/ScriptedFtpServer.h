@@ -12,20 +12,22 @@
 #include <thread>
 #include <vector>
 
-struct FtpScript {
-    // Steps of a session: "GREETING", a command's name or its whole line, and "FINAL" for the reply that ends
-    // a transfer.
-    std::map<std::string, std::string> replies; // instead of the usual reply; sent as it stands
-    std::string closesAt;                       // closes the control connection instead of replying
-    std::string silentAt;                       // replies nothing until the client has gone
-    std::string splitsAt; // sends the first splitLength bytes of the reply, then the rest
-    size_t splitLength = 3;
+// What the server does at one step of a session.
+struct FtpStep {
+    enum Action { Replies, Closes, StaysSilent };
+    std::string reply;  // sent as it stands
+    size_t splitAt = 0; // when not 0: the reply comes in two pieces, the first of so many bytes
+    Action action = Replies;
+};
 
-    // By the path as the client writes it.
-    std::map<std::string, std::string> files;
-    std::map<std::string, std::vector<std::string>> pieces; // sent instead of the file, with pauses between
-    bool opensNoData = false;                               // replies to RETR, and does nothing about it
-    bool resetsData = false;                                // ends the data connection with a reset
+struct FtpScript {
+    // Instead of the usual behaviour. Steps are "GREETING", a command's whole line or its name, and "FINAL"
+    // for the reply that ends a transfer.
+    std::map<std::string, FtpStep> steps;
+    // By the path as the client writes it: the pieces that are sent, with pauses between them.
+    std::map<std::string, std::vector<std::string>> files;
+    bool opensNoData = false; // replies to RETR, and does nothing about it
+    bool resetsData = false;  // ends the data connection with a reset
 };
 
 class ScriptedFtpServer {
@@ -34,10 +36,8 @@ public:
     ~ScriptedFtpServer();
 
     uint32_t port() const { return port_; }
-    void setScript(FtpScript script); // for the sessions that begin from now on
-
+    void setScript(FtpScript script);          // for the sessions that begin from now on
     std::vector<std::string> commands() const; // all lines received so far
-    std::string uploaded() const;              // by STOR
 
 private:
     struct Session;
@@ -45,9 +45,8 @@ private:
     void serve();
     void serveSession(Session &session);
     bool handle(Session &session, const std::string &line);
-    bool transfer(Session &session, const std::string &command, const std::string &path);
-    std::string defaultReply(Session &session, const std::string &command, const std::string &path);
-    bool reply(Session &session, const std::vector<std::string> &stepNames, const std::string &usual);
+    bool transfer(Session &session, const std::string &path);
+    std::string usualReply(Session &session, const std::string &command, const std::string &path);
 
     SocketLibrary library_;
     UniqueSocket listener_;
@@ -56,6 +55,5 @@ private:
     mutable std::mutex mutex_;
     FtpScript script_;
     std::vector<std::string> commands_;
-    std::string uploaded_;
     std::thread thread_;
 };

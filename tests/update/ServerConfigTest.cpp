@@ -10,14 +10,14 @@ namespace {
 
 constexpr std::array<uint8_t, 8> kKey{0x10, 0x32, 0x54, 0x76, 0x98, 0xBA, 0xDC, 0xFE};
 
-ServerConfig exampleConfig() {
+ServerConfig fullConfig() {
     ServerConfig config;
     config.server.address = "192.168.10.255";
     config.server.port = 0x00012121; // more than a port, to see all four bytes
-    config.server.user = "updates";
-    config.server.password = "p:w";
+    config.server.user = std::string(32, 'u');
+    config.server.password = std::string(32, 'p');
     config.reserved = 0xA1B2C3D4;
-    config.folder = "headset\\v2";
+    config.folder = std::string(256, 'f');
     return config;
 }
 
@@ -35,17 +35,17 @@ protected:
     }
 };
 
-TEST_F(ServerConfigFile, ComesBackAsItWasMade) {
-    const ServerConfigRecord stored = makeServerConfig(exampleConfig(), kKey);
+TEST_F(ServerConfigFile, TextsMayFillTheirFields) {
+    const ServerConfigRecord stored = makeServerConfig(fullConfig(), kKey);
     ServerConfigRecord record;
     ASSERT_EQ(load(stored.data(), stored.size(), record), 1);
     const ServerConfig config = getServerConfig(record);
     EXPECT_EQ(config.server.address, "192.168.10.255");
     EXPECT_EQ(config.server.port, 0x00012121u);
-    EXPECT_EQ(config.server.user, "updates");
-    EXPECT_EQ(config.server.password, "p:w");
+    EXPECT_EQ(config.server.user, std::string(32, 'u'));
+    EXPECT_EQ(config.server.password, std::string(32, 'p'));
     EXPECT_EQ(config.reserved, 0xA1B2C3D4u);
-    EXPECT_EQ(config.folder, "headset\\v2");
+    EXPECT_EQ(config.folder, std::string(256, 'f'));
 }
 
 // A record put together by hand from the layout, so that a maker and a reader wrong in the same way are
@@ -58,16 +58,14 @@ TEST_F(ServerConfigFile, HasTheFixedLayout) {
     plain[52] = 'p';
     plain[84] = 'f';
     ServerConfigRecord stored = plain;
-    for (int i = 0; i <= 331; ++i)
-        stored[static_cast<size_t>(8 + i)] ^=
-            static_cast<uint8_t>((i % 256) ^ kKey[static_cast<size_t>(i % 8)]);
+    for (size_t i = 0; i <= 331; ++i)
+        stored[8 + i] ^= static_cast<uint8_t>((i % 256) ^ kKey[i % 8]);
     const uint32_t check = crcRegisterByTable(stored.data(), 340);
     for (size_t i = 0; i < 4; ++i)
         stored[340 + i] = static_cast<uint8_t>(check >> (8 * i));
 
     ServerConfigRecord record;
     ASSERT_EQ(load(stored.data(), stored.size(), record), 1);
-    EXPECT_TRUE(std::equal(plain.begin(), plain.begin() + 340, record.begin()));
     const ServerConfig config = getServerConfig(record);
     EXPECT_EQ(config.server.address, "10.0.200.7");
     EXPECT_EQ(config.server.port, 2069u);
@@ -78,35 +76,17 @@ TEST_F(ServerConfigFile, HasTheFixedLayout) {
     EXPECT_EQ(makeServerConfig(config, kKey), stored);
 }
 
-TEST_F(ServerConfigFile, TextsMayFillTheirFields) {
-    ServerConfig config = exampleConfig();
-    config.server.user = std::string(32, 'u');
-    config.server.password = std::string(32, 'p');
-    config.folder = std::string(256, 'f');
-    const ServerConfigRecord stored = makeServerConfig(config, kKey);
+TEST_F(ServerConfigFile, DamageAndWrongSizesAreFound) {
+    const ServerConfigRecord stored = makeServerConfig(fullConfig(), kKey);
     ServerConfigRecord record;
-    ASSERT_EQ(load(stored.data(), stored.size(), record), 1);
-    const ServerConfig read = getServerConfig(record);
-    EXPECT_EQ(read.server.user, config.server.user);
-    EXPECT_EQ(read.server.password, config.server.password);
-    EXPECT_EQ(read.folder, config.folder);
-}
-
-TEST_F(ServerConfigFile, EveryDamagedBitIsFound) {
-    const ServerConfigRecord stored = makeServerConfig(exampleConfig(), kKey);
     for (size_t i = 0; i < stored.size(); ++i)
         for (int bit = 0; bit < 8; bit += i % 16 == 0 ? 1 : 7) {
-            ServerConfigRecord damaged = stored, record;
+            ServerConfigRecord damaged = stored;
             damaged[i] ^= static_cast<uint8_t>(1 << bit);
             ASSERT_EQ(load(damaged.data(), damaged.size(), record), -1) << "byte " << i << " bit " << bit;
         }
-}
-
-TEST_F(ServerConfigFile, SizeIsCheckedBeforeContent) {
-    const ServerConfigRecord stored = makeServerConfig(exampleConfig(), kKey);
     std::array<uint8_t, 345> longer{};
     std::copy(stored.begin(), stored.end(), longer.begin());
-    ServerConfigRecord record;
     for (size_t size : {0, 1, 343, 345})
         EXPECT_EQ(load(longer.data(), size, record), -2) << size;
     std::filesystem::remove(path);
@@ -115,16 +95,15 @@ TEST_F(ServerConfigFile, SizeIsCheckedBeforeContent) {
 
 TEST(MakeServerConfig, RefusesWhatDoesNotFit) {
     const auto refuses = [](auto change) {
-        ServerConfig config = exampleConfig();
+        ServerConfig config = fullConfig();
         change(config);
         EXPECT_THROW(makeServerConfig(config, kKey), std::invalid_argument);
     };
-    for (const char *address :
-         {"", "1.2.3", "1.2.3.256", "1.2.3.4.5", "1.2.3.4 ", "host.example", "1.2.3.-4"})
+    for (const char *address : {"", "1.2.3", "1.2.3.256", "1.2.3.4.5", "1.2.3.4 ", "1.2.3.-4"})
         refuses([&](ServerConfig &config) { config.server.address = address; });
-    refuses([](ServerConfig &config) { config.server.user = std::string(33, 'u'); });
-    refuses([](ServerConfig &config) { config.server.password = std::string(33, 'p'); });
-    refuses([](ServerConfig &config) { config.folder = std::string(257, 'f'); });
+    refuses([](ServerConfig &config) { config.server.user += 'u'; });
+    refuses([](ServerConfig &config) { config.server.password += 'p'; });
+    refuses([](ServerConfig &config) { config.folder += 'f'; });
     refuses([](ServerConfig &config) { config.folder = std::string("a\0b", 3); });
 }
 

@@ -28,6 +28,8 @@ namespace {
 
 const std::string kInstalled = "the installed package";
 const std::string kNewer = "a newer package, " + std::string(70000, 'n');
+constexpr char kInformationPath[] = "kit\\qor_updateinfo.dat", kInstallerPath[] = "kit\\setup.exe";
+const QString kDownloading = "Downloading,please DON'T leaves this page...", kSuccess = "Download Success";
 
 std::string entryOf(const std::string &installer) {
     return installerEntry(crcRegister(installer.data(), installer.size()));
@@ -43,6 +45,21 @@ std::string readFile(const fs::path &path) {
     return std::string(std::istreambuf_iterator<char>(file), {});
 }
 
+template<typename Condition>
+bool await(Condition condition, int milliseconds = 8000) {
+    QElapsedTimer timer;
+    timer.start();
+    while (!condition() && timer.elapsed() < milliseconds) {
+        QApplication::processEvents(QEventLoop::AllEvents, 10);
+        Sleep(1);
+    }
+    return condition();
+}
+
+void runEventLoopFor(int milliseconds) {
+    await([] { return false; }, milliseconds);
+}
+
 // The update with its widgets, an installation folder, a server and a temporary folder of its own.
 class SoftwareUpdateTest : public testing::Test {
 protected:
@@ -50,9 +67,11 @@ protected:
         static const fs::path root = fs::temp_directory_path() / "qor_update_test"; // before TMP is changed
         return root;
     }
-    fs::path root_ = testRoot();
-    fs::path installation_ = root_ / "installation";
-    fs::path temporary_ = root_ / "temp";
+    fs::path installation_ = testRoot() / "installation";
+    fs::path backup_ = installation_ / "backup" / "setup_backup.exe";
+    fs::path configuration_ = installation_ / "qor_netcfg.fsc";
+    fs::path temporary_ = testRoot() / "temp";
+    fs::path saved_ = temporary_ / "qor_setup.exe";
     ScriptedFtpServer server_;
     FtpScript script_;
     InterfaceLanguage language_;
@@ -66,17 +85,28 @@ protected:
     void SetUp() override {
         DeviceRecorder::instance().reset();
         language_.code = 1;
-        fs::remove_all(root_);
+        fs::remove_all(testRoot());
         fs::create_directories(temporary_);
         SetEnvironmentVariableW(L"TMP", temporary_.c_str());
         Registry::CreateKey(ProductSettings::kProductKey);
         Registry::WriteStringValue(ProductSettings::kProductKey, L"InstallPath", installation_.wstring());
-        writeFile(installation_ / "backup" / "setup_backup.exe", kInstalled);
-        writeConfig(configRecord());
-        script_.files["kit\\qor_updateinfo.dat"] = entryOf("something older") + "\r\n" + entryOf(kNewer);
-        script_.files["kit\\setup.exe"] = kNewer;
+        writeFile(backup_, kInstalled);
+        ServerConfig config;
+        config.server.address = "127.0.0.1";
+        config.server.port = server_.port();
+        config.server.user = "maker";
+        config.server.password = "secret";
+        config.folder = "kit";
+        const ServerConfigRecord record = makeServerConfig(config, {1, 2, 3, 4, 5, 6, 7, 8});
+        writeFile(configuration_, std::string(record.begin(), record.end()));
+        script_.files[kInformationPath] = {entryOf("something older") + "\r\n" + entryOf(kNewer)};
+        script_.files[kInstallerPath] = {kNewer};
         server_.setScript(script_);
         makeWindow();
+    }
+    void TearDown() override {
+        update_.reset();
+        fs::remove_all(testRoot());
     }
 
     void makeWindow() {
@@ -89,140 +119,103 @@ protected:
         updateButton_ = new QPushButton(window_.get());
         update_ = std::make_unique<SoftwareUpdate>(UpdateWidgets{status_, bar_, check_}, language_);
     }
-
-    void TearDown() override {
-        update_.reset();
-        fs::remove_all(root_);
+    bool awaitStatus(const QString &text) {
+        return await([&] { return status_->text() == text; });
     }
-
-    ServerConfigRecord configRecord() const {
-        ServerConfig config;
-        config.server.address = "127.0.0.1";
-        config.server.port = server_.port();
-        config.server.user = "maker";
-        config.server.password = "secret";
-        config.folder = "kit";
-        return makeServerConfig(config, {1, 2, 3, 4, 5, 6, 7, 8});
-    }
-
-    void writeConfig(const ServerConfigRecord &record, size_t size = 344) {
-        std::string bytes(reinterpret_cast<const char *>(record.data()), record.size());
-        bytes.resize(size);
-        writeFile(installation_ / "qor_netcfg.fsc", bytes);
-    }
-
-    void changeScript(const std::function<void(FtpScript &)> &change) {
-        change(script_);
+    void sendInstallerInPieces(size_t count) {
+        script_.files[kInstallerPath].clear();
+        for (size_t at = 0; at < kNewer.size(); at += kNewer.size() / count)
+            script_.files[kInstallerPath].push_back(kNewer.substr(at, kNewer.size() / count));
         server_.setScript(script_);
     }
-
-    // Runs the event loop until the label shows the text; keeps every text it has shown.
-    bool awaitStatus(const QString &text, int milliseconds = 8000) {
-        QElapsedTimer timer;
-        timer.start();
-        while (status_->text() != text && timer.elapsed() < milliseconds) {
-            QApplication::processEvents(QEventLoop::AllEvents, 10);
-            Sleep(1);
-        }
-        return status_->text() == text;
+    void expectNothingSavedOrStarted() {
+        EXPECT_FALSE(fs::is_regular_file(saved_));
+        EXPECT_EQ(DeviceRecorder::instance().calls.size(), 0u);
     }
-
-    template<typename Condition>
-    bool await(Condition condition, int milliseconds = 8000) {
-        QElapsedTimer timer;
-        timer.start();
-        while (!condition() && timer.elapsed() < milliseconds) {
-            QApplication::processEvents(QEventLoop::AllEvents, 10);
-            Sleep(1);
-        }
-        return condition();
-    }
-
-    fs::path savedInstaller() const { return temporary_ / "qor_setup.exe"; }
 };
 
-TEST_F(SoftwareUpdateTest, CheckKnowsANewVersionByItsCrc) {
+TEST_F(SoftwareUpdateTest, CheckReportsEachStep) {
     EXPECT_EQ(update_->checkForUpdate(), 1);
     EXPECT_EQ(bar_->value(), 0);
     EXPECT_THAT(server_.commands(), ElementsAre("USER maker", "PASS secret", "SIZE kit\\qor_updateinfo.dat",
                                                 "TYPE I", "PASV", "RETR kit\\qor_updateinfo.dat", "QUIT"));
-}
-
-TEST_F(SoftwareUpdateTest, CheckReportsEachStep) {
-    const auto information = [this](const std::string &bytes) {
-        changeScript([&](FtpScript &script) { script.files["kit\\qor_updateinfo.dat"] = bytes; });
-        return update_->checkForUpdate();
+    const struct {
+        std::string information;
+        int32_t result;
+    } rows[] = {
+        {entryOf(kNewer) + "\n" + entryOf(kInstalled) + "\n", -6},
+        {std::string(1 << 20, '\n') + entryOf(kInstalled), -6},
+        {std::string("x\0", 2) + entryOf(kInstalled), 1}, // nothing after a NUL counts
+        {"", -5},
     };
-    EXPECT_EQ(information(entryOf(kInstalled)), -6);
-    EXPECT_EQ(information(entryOf(kNewer) + "\n" + entryOf(kInstalled) + "\n"), -6);
-    EXPECT_EQ(information(std::string(1 << 20, '\n') + entryOf(kInstalled)), -6);
-    EXPECT_EQ(information(std::string("x\0", 2) + entryOf(kInstalled)), 1); // nothing after a NUL counts
-    EXPECT_EQ(information(""), -5);
-    changeScript([](FtpScript &script) { script.files.clear(); });
+    for (const auto &row : rows) {
+        script_.files[kInformationPath] = {row.information};
+        server_.setScript(script_);
+        EXPECT_EQ(update_->checkForUpdate(), row.result) << row.information.size();
+    }
+    server_.setScript({});
     EXPECT_EQ(update_->checkForUpdate(), -4);
-
-    writeFile(installation_ / "backup" / "setup_backup.exe", "");
+    writeFile(backup_, "");
     EXPECT_EQ(update_->checkForUpdate(), -3);
-    fs::remove(installation_ / "backup" / "setup_backup.exe");
+    fs::remove(backup_);
     EXPECT_EQ(update_->checkForUpdate(), -3);
 }
 
 TEST_F(SoftwareUpdateTest, CheckNeedsAWholeConfigurationFile) {
-    writeConfig(configRecord(), 343);
-    EXPECT_EQ(update_->checkForUpdate(), -1);
-    writeConfig(configRecord(), 345);
-    EXPECT_EQ(update_->checkForUpdate(), -1);
-    ServerConfigRecord damaged = configRecord();
-    damaged[100] ^= 1;
-    writeConfig(damaged);
-    EXPECT_EQ(update_->checkForUpdate(), -1);
-    fs::remove(installation_ / "qor_netcfg.fsc");
+    const std::string whole = readFile(configuration_);
+    std::string damaged = whole;
+    damaged[100] = static_cast<char>(damaged[100] ^ 1);
+    for (const std::string &bytes : {whole.substr(1), whole + '\0', damaged}) {
+        writeFile(configuration_, bytes);
+        EXPECT_EQ(update_->checkForUpdate(), -1);
+    }
+    fs::remove(configuration_);
     EXPECT_EQ(update_->checkForUpdate(), -1);
     Registry::DeleteValue(ProductSettings::kProductKey, L"InstallPath");
+    bar_->setValue(33);
     EXPECT_EQ(update_->checkForUpdate(), -1);
+    EXPECT_EQ(bar_->value(), 0);
     EXPECT_TRUE(server_.commands().empty());
 }
 
 TEST_F(SoftwareUpdateTest, StartUpCheckShowsTheOutcomeAndDownloadsNothing) {
     QSignalSpy clicked(updateButton_, &QPushButton::clicked);
-    update_->checkAtStart(updateButton_);
-    EXPECT_EQ(status_->text(), "New version found");
-    EXPECT_EQ(clicked.count(), 1);
-    language_.code = 0;
-    update_->checkAtStart(updateButton_);
-    EXPECT_EQ(status_->text(), QStringLiteral("发现新版本"));
-
-    writeConfig(configRecord(), 343);
-    update_->checkAtStart(updateButton_);
-    EXPECT_EQ(status_->text(), QStringLiteral("没有发现新版本"));
-    language_.code = 1;
-    update_->checkAtStart(updateButton_);
-    EXPECT_EQ(status_->text(), "Can't find new version");
+    const auto statusIn = [this](int8_t language) {
+        language_.code = language;
+        update_->checkAtStart(updateButton_);
+        return status_->text();
+    };
+    EXPECT_EQ(statusIn(1), "New version found");
+    EXPECT_EQ(statusIn(0), QStringLiteral("发现新版本"));
+    EXPECT_EQ(clicked.count(), 2);
+    fs::remove(configuration_);
+    EXPECT_EQ(statusIn(1), "Can't find new version");
+    EXPECT_EQ(statusIn(0), QStringLiteral("没有发现新版本"));
     EXPECT_EQ(clicked.count(), 2);
     for (const std::string &command : server_.commands())
         EXPECT_EQ(command.find("setup.exe"), std::string::npos) << command;
 }
 
-TEST_F(SoftwareUpdateTest, ClickWithoutANewVersion) {
-    fs::remove(installation_ / "qor_netcfg.fsc");
-    check_->click();
-    EXPECT_EQ(status_->text(), "Can't find new version");
-    EXPECT_EQ(bar_->value(), 0);
-}
-
 TEST_F(SoftwareUpdateTest, NewInstallerIsSavedAndStartedAfterConsent) {
+    sendInstallerInPieces(2);
+    std::vector<int> shown;
+    QObject::connect(bar_, &QProgressBar::valueChanged, [&](int value) { shown.push_back(value); });
     BoxAnswerer answerer(0);
     check_->click();
     EXPECT_EQ(status_->text(), "Start downloading");
+    EXPECT_TRUE(awaitStatus(kDownloading));
     ASSERT_TRUE(await([] { return DeviceRecorder::instance().countOf("_start_task") == 1; }));
     const BoxAnswerer::Box &box = answerer.box();
     EXPECT_EQ(box.title, L"upgrade");
     EXPECT_EQ(box.text, L"Download completed,press OK to upgrade");
     EXPECT_EQ(box.buttons.size(), 2u);
     EXPECT_EQ(box.owner, nullptr);
-    EXPECT_EQ(status_->text(), "Download Success");
-    EXPECT_EQ(bar_->value(), 100);
-    EXPECT_TRUE(readFile(savedInstaller()) == kNewer);
+    EXPECT_EQ(status_->text(), kSuccess);
+    EXPECT_TRUE(std::is_sorted(shown.begin(), shown.end()));
+    EXPECT_EQ(shown.front(), 0);
+    EXPECT_EQ(shown.back(), 100);
+    EXPECT_GE(shown.size(), 3u); // something in between
+    EXPECT_TRUE(readFile(saved_) == kNewer);
     EXPECT_THAT(DeviceRecorder::instance().calls,
                 ElementsAre("_start_task(qor_setup.exe, null, 5, " + temporary_.string() + "\\)"));
 }
@@ -234,12 +227,21 @@ TEST_F(SoftwareUpdateTest, NothingHappensWithoutConsent) {
     EXPECT_EQ(status_->text(), QStringLiteral("开始下载"));
     ASSERT_TRUE(awaitStatus(QStringLiteral("下载成功")));
     EXPECT_EQ(answerer.box().text, L"下载结束，升级请按OK键");
-    await([] { return false; }, 200);
-    EXPECT_EQ(DeviceRecorder::instance().calls.size(), 0u);
-    EXPECT_FALSE(fs::exists(savedInstaller()));
+    runEventLoopFor(200);
+    expectNothingSavedOrStarted();
 }
 
-// For each: what the label says at the end, nothing saved, nothing started.
+// The box is answered, but the bytes cannot be written: what is in the way is neither changed nor started.
+TEST_F(SoftwareUpdateTest, InstallerThatCannotBeSavedIsNotStarted) {
+    fs::create_directories(saved_);
+    BoxAnswerer answerer(0);
+    check_->click();
+    ASSERT_TRUE(awaitStatus(kSuccess));
+    EXPECT_TRUE(answerer.box().seen);
+    runEventLoopFor(200);
+    expectNothingSavedOrStarted();
+}
+
 TEST_F(SoftwareUpdateTest, BadDownloadsEndWithoutAnInstaller) {
     const char *const illegal = "Illeagal installer package", *const failed = "Download Failed";
     const struct {
@@ -247,17 +249,18 @@ TEST_F(SoftwareUpdateTest, BadDownloadsEndWithoutAnInstaller) {
         std::function<void(FtpScript &)> change;
         const char *status;
     } rows[] = {
-        {"changed", [](FtpScript &script) { script.files["kit\\setup.exe"][9] ^= 1; }, illegal},
-        {"cut", [](FtpScript &script) { script.pieces["kit\\setup.exe"] = {kNewer.substr(0, 5000)}; },
-         illegal},
+        {"changed", [](FtpScript &script) { script.files[kInstallerPath][0][9] ^= 1; }, illegal},
         {"announced smaller",
-         [](FtpScript &script) { script.replies["SIZE kit\\setup.exe"] = "213 1000\r\n"; }, illegal},
+         [](FtpScript &script) { script.steps["SIZE kit\\setup.exe"] = {"213 1000\r\n"}; }, illegal},
         {"announced larger",
-         [](FtpScript &script) { script.replies["SIZE kit\\setup.exe"] = "213 99999\r\n"; }, illegal},
-        {"empty", [](FtpScript &script) { script.files["kit\\setup.exe"].clear(); }, illegal},
-        {"missing", [](FtpScript &script) { script.files.erase("kit\\setup.exe"); }, failed},
-        {"refused", [](FtpScript &script) { script.replies["RETR kit\\setup.exe"] = "550 no\r\n"; }, failed},
-        {"connection lost", [](FtpScript &script) { script.closesAt = "RETR kit\\setup.exe"; }, failed},
+         [](FtpScript &script) { script.steps["SIZE kit\\setup.exe"] = {"213 99999\r\n"}; }, illegal},
+        {"empty", [](FtpScript &script) { script.files[kInstallerPath].clear(); }, illegal},
+        {"missing", [](FtpScript &script) { script.files.erase(kInstallerPath); }, failed},
+        {"connection lost",
+         [](FtpScript &script) {
+             script.steps["RETR kit\\setup.exe"] = {"", 0, FtpStep::Closes};
+         },
+         failed},
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(row.name);
@@ -265,70 +268,31 @@ TEST_F(SoftwareUpdateTest, BadDownloadsEndWithoutAnInstaller) {
         row.change(bad);
         server_.setScript(bad);
         check_->click();
-        EXPECT_EQ(status_->text(), "Start downloading");
         EXPECT_TRUE(awaitStatus(row.status)) << status_->text().toStdString();
-        await([] { return false; }, 50);
+        runEventLoopFor(50);
         EXPECT_EQ(status_->text(), row.status);
-        EXPECT_FALSE(fs::exists(savedInstaller()));
-        EXPECT_EQ(DeviceRecorder::instance().calls.size(), 0u);
+        expectNothingSavedOrStarted();
     }
 }
 
-TEST_F(SoftwareUpdateTest, ProgressIsShownWhileTheInstallerComes) {
-    std::string bytes = kNewer;
-    changeScript([&](FtpScript &script) {
-        const size_t half = bytes.size() / 2;
-        script.pieces["kit\\setup.exe"] = {bytes.substr(0, half), bytes.substr(half)};
-    });
-    std::vector<int> shown;
-    QObject::connect(bar_, &QProgressBar::valueChanged, [&](int value) { shown.push_back(value); });
-    BoxAnswerer answerer(1);
-    check_->click();
-    EXPECT_TRUE(awaitStatus("Downloading,please DON'T leaves this page..."));
-    EXPECT_TRUE(awaitStatus("Download Success"));
-    EXPECT_TRUE(answerer.box().seen);
-    ASSERT_GE(shown.size(), 3u);
-    EXPECT_EQ(shown.front(), 0);
-    EXPECT_TRUE(std::is_sorted(shown.begin(), shown.end()));
-    EXPECT_EQ(shown.back(), 100);
-}
-
-// The box is answered, but the bytes cannot be written: what is in the way is neither changed nor started.
-TEST_F(SoftwareUpdateTest, InstallerThatCannotBeSavedIsNotStarted) {
-    fs::create_directories(savedInstaller());
-    BoxAnswerer answerer(0);
-    check_->click();
-    ASSERT_TRUE(awaitStatus("Download Success"));
-    EXPECT_TRUE(answerer.box().seen);
-    await([] { return false; }, 200);
-    EXPECT_EQ(DeviceRecorder::instance().calls.size(), 0u);
-    EXPECT_TRUE(fs::is_directory(savedInstaller()));
-}
-
 TEST_F(SoftwareUpdateTest, WindowMayCloseDuringADownload) {
-    changeScript(
-        [](FtpScript &script) { // a good installer, so that only the missing window keeps the box away
-            std::vector<std::string> &pieces = script.pieces["kit\\setup.exe"];
-            for (size_t at = 0; at < kNewer.size(); at += kNewer.size() / 10)
-                pieces.push_back(kNewer.substr(at, kNewer.size() / 10));
-        });
+    sendInstallerInPieces(10); // a good installer, so that only the missing window keeps the box away
     for (bool widgetsFirst : {true, false}) {
         check_->click();
-        ASSERT_TRUE(awaitStatus("Downloading,please DON'T leaves this page..."));
+        ASSERT_TRUE(awaitStatus(kDownloading));
         if (widgetsFirst)
             window_.reset();
         update_.reset();
         window_.reset();
         // The thread goes on to the end, with nobody to tell and no box to show.
-        const size_t sessions = widgetsFirst ? 2 : 4; // of checks and downloads
+        const std::ptrdiff_t sessions = widgetsFirst ? 2 : 4; // of checks and downloads
         await([&] {
             const std::vector<std::string> commands = server_.commands();
-            return static_cast<size_t>(std::count(commands.begin(), commands.end(), "QUIT")) >= sessions;
+            return std::count(commands.begin(), commands.end(), "QUIT") >= sessions;
         });
-        await([] { return false; }, 300);
+        runEventLoopFor(300);
         EXPECT_EQ(FindWindowW(L"#32770", L"upgrade"), nullptr);
-        EXPECT_FALSE(fs::exists(savedInstaller()));
-        EXPECT_EQ(DeviceRecorder::instance().calls.size(), 0u);
+        expectNothingSavedOrStarted();
         if (widgetsFirst)
             makeWindow();
     }

@@ -6,21 +6,11 @@
 
 namespace {
 
-std::wstring textOf(const std::string &bytes) {
-    return updateInformationText(bytes.data(), bytes.size());
-}
-
-TEST(UpdateInfo, EntryHasEightLowerCaseDigits) {
-    EXPECT_EQ(installerEntry(0x0000ABCD), "setup.exe:crc=0x0000abcd");
-    EXPECT_EQ(installerEntry(0xFFFFFFFF), "setup.exe:crc=0xffffffff");
-}
-
 TEST(UpdateInfo, EntryCountsWhereverItStands) {
     const struct {
         std::string bytes;
         bool listed;
     } rows[] = {
-        {"setup.exe:crc=0x0012abcd", true},
         {"old\r\nsetup.exe:crc=0xffffffff\r\nsetup.exe:crc=0x0012abcd\r\n", true},
         {"xxsetup.exe:crc=0x0012abcdef", true},
         {std::string(1 << 20, 'x') + "setup.exe:crc=0x0012abcd", true},
@@ -33,11 +23,9 @@ TEST(UpdateInfo, EntryCountsWhereverItStands) {
         {std::string("setup.exe:crc=0x0012abcd\0rest", 29), true},
     };
     for (const auto &row : rows)
-        EXPECT_EQ(listsInstaller(textOf(row.bytes), 0x0012ABCD), row.listed) << row.bytes.substr(0, 60);
-}
-
-TEST(UpdateInfo, BytesBecomeTheCharactersOfTheSameNumber) {
-    EXPECT_EQ(textOf("a\xFF"), std::wstring(L"a") + wchar_t{0xFF});
+        EXPECT_EQ(listsInstaller(updateInformationText(row.bytes.data(), row.bytes.size()), 0x0012ABCD),
+                  row.listed)
+            << row.bytes.substr(0, 60);
     EXPECT_EQ(updateInformationText(nullptr, 0), L"");
 }
 
@@ -50,19 +38,15 @@ TEST(DownloadProgress, ShowsEachReport) {
         std::wstring text;
         std::optional<int32_t> bar;
     } rows[] = {
-        {1, -1, failed, {}},  {5, -1, failed, {}},   {6, -1, failed, {}},  {8, -1, failed, {}},
-        {10, -1, failed, {}}, {2, -1, failed, {}},   {2, -42, failed, {}}, {2, 0, running, 0},
-        {2, 1, running, 1},   {2, 99, running, 99},  {2, 100, done, 100},  {2, 150, running, 150},
-        {1, 0, running, {}},  {1, 100, running, {}}, {10, 7, running, {}},
+        {1, -1, failed, {}}, {10, -1, failed, {}}, {2, -1, failed, {}},    {2, -42, failed, {}},
+        {2, 0, running, 0},  {2, 99, running, 99}, {2, 100, done, 100},    {2, 150, running, 150},
+        {1, 0, running, {}}, {5, 7, running, {}},  {10, 100, running, {}},
     };
     for (const auto &row : rows) {
         const ProgressDisplay display = progressDisplay(row.stage, row.value);
         EXPECT_EQ(display.text.english, row.text) << row.stage << " " << row.value;
         EXPECT_EQ(display.bar, row.bar) << row.stage << " " << row.value;
     }
-    EXPECT_STREQ(progressDisplay(2, -1).text.in(false), L"下载失败");
-    EXPECT_STREQ(progressDisplay(2, 5).text.in(false), L"下载中，请勿离开本页面...");
-    EXPECT_STREQ(progressDisplay(2, 100).text.in(false), L"下载成功");
 }
 
 } // namespace
