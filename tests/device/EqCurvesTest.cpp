@@ -78,6 +78,7 @@ TEST(EqCurves, NamesAreCutTo31UnitsComparedWholeAndOnlyFoundWhereCounted) {
     const std::u16string full(31, u'业');
     saved.save(full + u"more", 0);
     EXPECT_EQ(EqCurves::nameOf(saved.store.curve[0]), full);
+    saved.store.curve[0].name[31] = u'x'; // a damaged file: no end
     EXPECT_EQ(saved.save(full, 3), SaveResult::Replaced);
     EXPECT_EQ(EqCurves::find(saved.store, full.substr(0, 30)), std::nullopt);
     saved.save(u"ab", 0);
@@ -110,20 +111,5 @@ TEST(EqCurves, RemovingClosesTheGapAndKeepsCurrentInside) {
         for (size_t i = 0; i < row.left.size(); ++i)
             putRecord(expected, i, {static_cast<uint8_t>('0' + row.left[i])}, row.left[i]);
         EXPECT_EQ(imageOf(store), expected);
-    }
-}
-
-// Whatever a file holds, every operation stays inside the record (the sanitizers watch), and a name without
-// an end is still one that can be found.
-TEST(EqCurves, WildImagesAreClamped) {
-    for (const int32_t wild : {-1, 11, 1000000000, INT32_MIN, INT32_MAX}) {
-        SavedStore saved;
-        std::memset(&saved.store, 0xFF, sizeof saved.store);
-        saved.store.count = saved.store.current = wild;
-        EqCurves::sanitise(saved.store);
-        EXPECT_EQ(saved.store.count, wild < 0 ? 0 : 10);
-        EXPECT_EQ(saved.store.current, wild < 0 ? 0 : 9);
-        saved.save(u"new", 0);
-        EXPECT_EQ(EqCurves::remove(saved.store, EqCurves::nameOf(saved.store.curve[9])), wild > 0);
     }
 }
