@@ -2,10 +2,18 @@
 
 #include "ui_demoClass.h"
 
+#include <algorithm>
 #include <QFile>
 #include <QStyle>
 #include <QStyleOptionSlider>
 #include <stdexcept>
+
+namespace {
+
+constexpr int kHiddenPages[] = {1, 5, 7, 10};
+constexpr int kIndicatorCentre = 9; // pixels from a check box's left edge
+
+} // namespace
 
 FormMap::FormMap() : window_(std::make_unique<QMainWindow>()) {
     Ui::demoClass form;
@@ -15,7 +23,7 @@ FormMap::FormMap() : window_(std::make_unique<QMainWindow>()) {
         form.centralWidget->setStyleSheet(QString::fromUtf8(sheet.readAll()));
     window_->setAttribute(Qt::WA_DontShowOnScreen);
     window_->setWindowFlags(Qt::FramelessWindowHint);
-    for (const int hidden : {1, 5, 7, 10})
+    for (const int hidden : kHiddenPages)
         control(qPrintable(QStringLiteral("bt_y%1").arg(hidden))).hide();
     window_->show();
     window_->layout()->activate();
@@ -37,7 +45,11 @@ POINT FormMap::centreOf(const char *objectName) {
         if (pages->widget(page)->isAncestorOf(&widget))
             pages->setCurrentIndex(page);
     }
-    const QPoint centre = widget.mapTo(window_.get(), widget.rect().center());
+    // A check box does not answer to clicks right of its text.
+    const bool isCheckBox = qobject_cast<QCheckBox *>(&widget) != nullptr;
+    const QPoint place(isCheckBox ? kIndicatorCentre : widget.rect().center().x(),
+                       widget.rect().center().y());
+    const QPoint centre = widget.mapTo(window_.get(), place);
     return {centre.x(), centre.y()};
 }
 
@@ -64,4 +76,20 @@ POINT FormMap::sliderPoint(const char *objectName, int value) {
         slider.style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, &slider);
     const QPoint at = slider.mapTo(window_.get(), handle.center());
     return slider.orientation() == Qt::Vertical ? POINT{centre.x, at.y()} : POINT{at.x(), centre.y};
+}
+
+std::vector<std::string> FormMap::offeredControls() {
+    auto *pages = window_->findChild<QStackedWidget *>(QStringLiteral("stackedWidget"));
+    std::vector<std::string> names;
+    for (const QWidget *widget : window_->findChildren<QWidget *>()) {
+        const bool isControl =
+            qobject_cast<const QAbstractButton *>(widget) || qobject_cast<const QSlider *>(widget) ||
+            qobject_cast<const QComboBox *>(widget) || qobject_cast<const QLineEdit *>(widget);
+        const bool hidden = std::any_of(std::begin(kHiddenPages), std::end(kHiddenPages),
+                                        [&](int page) { return pages->widget(page)->isAncestorOf(widget); });
+        const bool own = !widget->objectName().isEmpty() && !widget->objectName().startsWith(u"qt_");
+        if (isControl && own && !hidden && !widget->isHidden())
+            names.push_back(widget->objectName().toStdString());
+    }
+    return names;
 }

@@ -4,6 +4,8 @@
 
 #include <memory>
 #include <QMainWindow>
+#include <string>
+#include <vector>
 #include <windows.h>
 
 class FormMap {
@@ -16,6 +18,8 @@ public:
     // Where a slider's handle is at the value, in the slider's own range or in the given one.
     POINT sliderPoint(const char *objectName, int value);
     POINT sliderPoint(const char *objectName, int value, int minimum, int maximum);
+    // The buttons, sliders, boxes and fields of the window but for those of hidden pages.
+    std::vector<std::string> offeredControls();
 
 private:
     QWidget &control(const char *objectName);

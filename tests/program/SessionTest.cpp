@@ -1,15 +1,21 @@
-// A whole session with mouse and keyboard: every page, the controls of each, a change of language, the tray,
-// a second instance; and sessions that are killed in the middle.
+// A whole session with mouse and keyboard: every control of every page that is offered, a change of language,
+// the tray, a second instance; and sessions that are killed in the middle.
 #include "helpers/ProductSettings.h"
 #include "program/FormMap.h"
 #include "program/StoredSettings.h"
+#include "ui/pages/EqPresets.h"
 
+#include <functional>
 #include <gtest/gtest.h>
 #include <random>
+#include <set>
 
 namespace {
 
 using ProductSettings::kProductKey;
+using Field = std::function<int(const StoredSettings &)>;
+
+#define STORED(field) ([=](const StoredSettings &stored) -> int { return stored.field; })
 
 class SessionTest : public testing::Test {
 protected:
@@ -21,97 +27,177 @@ protected:
         Sleep(250); // past the one-shot re-layout
     }
 
-    void click(const char *control) { panel.click(map.centreOf(control)); }
-
-    void drag(const char *slider, int from, int to, int minimum = 0, int maximum = 100) {
-        const POINT start = map.sliderPoint(slider, from, minimum, maximum);
-        panel.drag(start, map.sliderPoint(slider, to, minimum, maximum));
+    void click(const std::string &control) {
+        used_.insert(control);
+        panel.click(map.centreOf(control.c_str()));
     }
 
-    // Waits until the value that `read` takes from the stored settings is within 2 of the wanted one, which
-    // is as exactly as a mouse can aim.
-    template<typename Read>
-    static void expectStored(int wanted, Read read, int tolerance = 0) {
-        const auto difference = [&] {
-            return std::abs(static_cast<int>(read(StoredSettings::read())) - wanted);
-        };
-        EXPECT_TRUE(waitUntil([&] { return difference() <= tolerance; })) << "off by " << difference();
+    void press(const std::string &control, const Field &field, int wanted) {
+        click(control);
+        expectStored(control, field, wanted, 0);
     }
+
+    // Drags a slider's handle. The stored field is the slider's value plus `offset`, as exactly as a mouse
+    // can aim.
+    void slide(const std::string &slider, int from, int to, const Field &field, int minimum = 0,
+               int maximum = 100, int offset = 0) {
+        used_.insert(slider);
+        const POINT start = map.sliderPoint(slider.c_str(), from, minimum, maximum);
+        panel.drag(start, map.sliderPoint(slider.c_str(), to, minimum, maximum));
+        expectStored(slider, field, to + offset, (maximum - minimum) / 50 + 1);
+    }
+
+    static void expectStored(const std::string &control, const Field &field, int wanted, int tolerance) {
+        int last = 0;
+        EXPECT_TRUE(waitUntil([&] {
+            last = field(StoredSettings::read());
+            return std::abs(last - wanted) <= tolerance;
+        })) << control
+            << ": stored " << last << ", wanted " << wanted;
+    }
+
+    // A double click selects the word that is there.
+    void nameCurve(const std::wstring &word) {
+        used_.insert("comboBox");
+        panel.click(map.centreOf("comboBox"), 2);
+        panel.type(word);
+    }
+
+    static int stored(const Field &field) { return field(StoredSettings::read()); }
+
+    void useVolumePage();
+    void useEqualizerPage();
+    void useRoomEffectsPage();
+    void useSoundFieldPage();
+    void useMicrophonePage();
+    void useVoiceEffectsPage();
+    void useNoiseReductionPage();
+    void useUpgradePage();
+    void changeLanguage();
 
     FormMap map;
     Panel panel;
+    std::set<std::string> used_;
 };
 
-#define STORED(field) ([](const StoredSettings &stored) { return stored.field; })
-
-TEST_F(SessionTest, EverySettingArrivesAndIsThereAfterwards) {
-    Registry::WriteDwordValue(kProductKey, L"language", 0);
-    start();
-
+void SessionTest::useVolumePage() {
     click("bt_y0");
-    drag("verticalSlider_4", 60, 30);
-    expectStored(30, STORED(sound.masterVolume), 2);
-    click("pushButton_12");
-    expectStored(1, STORED(sound.muted));
-    click("pushButton_13");
-    expectStored(0, STORED(sound.muted));
+    slide("verticalSlider_4", 60, 30, STORED(sound.masterVolume));
+    slide("verticalSlider_5", 30, 50, STORED(sound.leftVolume));
+    slide("verticalSlider_7", 30, 70, STORED(sound.rightVolume));
+    slide("horizontalSlider_16", 70, 40, STORED(sound.masterVolume));
+    press("pushButton_12", STORED(sound.muted), 1);
+    press("pushButton_13", STORED(sound.muted), 0);
     click("pushButton_4");
     EXPECT_TRUE(waitUntil([] { return Registry::ValueExists(kProductKey, L"vol_locked"); }));
+}
 
+void SessionTest::useEqualizerPage() {
     click("bt_y2");
-    click("btn_jhq5");
-    expectStored(11, STORED(extension.gain[0]));
-    expectStored(6, STORED(extension.gain[9]));
-    drag("verticalSlider_19", 26, 5, 0, 40);
-    expectStored(-15, STORED(extension.gain[9]), 1);
-    click("comboBox");
-    panel.type(L"my curve");
+    press("pushButton_6", STORED(sound.equalizerOn), 0);
+    press("pushButton_6", STORED(sound.equalizerOn), 1);
+    for (int preset = 0; preset < EqPresets::kCount; ++preset)
+        press("btn_jhq" + std::to_string(preset), STORED(extension.gain[1]),
+              EqPresets::kGains[static_cast<size_t>(preset)][1]);
+    nameCurve(L"flat");
     click("pushButton_25");
+    for (int band = 0; band < 10; ++band)
+        slide("verticalSlider_" + std::to_string(10 + band), 20, 3 + 3 * band, STORED(extension.gain[band]),
+              0, 40, -20);
+    nameCurve(L"mine");
+    click("pushButton_25");
+    EXPECT_TRUE(waitUntil([] { return StoredSettings::curves().curve[1].name[0] == u'm'; }));
+    const int gain = stored(STORED(extension.gain[0]));
+    press("pushButton_26", STORED(extension.gain[0]), 0);
+    nameCurve(L"flat");
+    click("pushButton_24");
     EXPECT_TRUE(waitUntil([] { return StoredSettings::curves().curve[0].name[0] == u'm'; }));
+    EXPECT_EQ(1, StoredSettings::curves().count);
+    const EqCurve curve = StoredSettings::curves().curve[0];
+    EXPECT_EQ(u"mine", std::u16string(curve.name));
+    EXPECT_EQ(gain, curve.gain[0]);
+}
 
+void SessionTest::useRoomEffectsPage() {
     click("bt_y3");
-    click("pushButton_33");
-    expectStored(1, STORED(sound.roomEffectOn));
-    expectStored(0, STORED(sound.equalizerOn));
-    click("btn_room3");
-    expectStored(3, STORED(sound.room));
-    click("btn_env2");
-    expectStored(2, STORED(sound.position));
-    click("pushButton_32");
-    expectStored(1, STORED(sound.virtualSurroundOn));
+    press("pushButton_32", STORED(sound.virtualSurroundOn), 1);
+    press("pushButton_33", STORED(sound.roomEffectOn), 1);
+    expectStored("the others of its group", STORED(sound.equalizerOn + stored.sound.virtualSurroundOn), 0, 0);
+    for (const int room : {1, 2, 3})
+        press("btn_room" + std::to_string(room), STORED(sound.room), room);
+    for (const int position : {4, 3, 1, 2})
+        press("btn_env" + std::to_string(position), STORED(sound.position), position);
+}
 
+void SessionTest::useSoundFieldPage() {
     click("bt_y4");
-    click("pushButton_14");
-    expectStored(1, STORED(sound.soundFieldOn));
-    click("Page4_P_2");
-    expectStored(2, STORED(sound.fieldAngleMode));
-    click("Page4_P_7");
-    expectStored(1, STORED(sound.speakerLevel[7]));
-    drag("page4_L", 1, -8, -13, 4);
-    expectStored(-8, STORED(sound.speakerLevel[0]), 1);
+    press("pushButton_14", STORED(sound.soundFieldOn), 1);
+    for (const int mode : {1, 2, 3, 4})
+        press("Page4_P_" + std::to_string(mode), STORED(sound.fieldAngleMode), mode);
+    press("Page4_P_6", STORED(sound.speakerLevel[7]), -1);
+    press("Page4_P_5", STORED(sound.speakerLevel[7]), 0);
+    press("Page4_P_7", STORED(sound.speakerLevel[7]), 1);
+    slide("horizontalSlider_14", 1, -4, STORED(sound.speakerLevel[7]), -13, 4);
+    const int level = stored(STORED(sound.speakerLevel[7]));
+    const char *const speakers[] = {"page4_L",  "page4_R",  "page4_LS", "page4_RS",
+                                    "page4_LB", "page4_RB", "page4_c",  "page4_w"};
+    for (int i = 0; i < 8; ++i)
+        slide(speakers[i], level, 3 - 2 * i, STORED(sound.speakerLevel[i]), -13, 4);
+}
 
+void SessionTest::useMicrophonePage() {
     click("bt_y6");
-    drag("verticalSlider", 80, 45);
-    expectStored(45, STORED(system.micLevel), 2);
-    drag("verticalSlider_2", 30, 70);
-    expectStored(70, STORED(system.monitorLevel), 2);
-    expectStored(1, STORED(system.monitoringOn)); // its helper process runs now
+    slide("verticalSlider", 80, 45, STORED(system.micLevel));
+    press("pushButton_15", STORED(system.micMuted), 1);
+    press("pushButton_5", STORED(system.micPageSwitch), 0);
+    slide("verticalSlider_2", 30, 70, STORED(system.monitorLevel));
+    expectStored("monitoring by its level", STORED(system.monitoringOn), 1, 0);
+    press("pushButton_16", STORED(system.monitoringOn), 0);
+    press("btn_uninstall_mic", STORED(system.monitoringOn), 1); // its helper process runs now
+}
 
+void SessionTest::useVoiceEffectsPage() {
     click("bt_y8");
-    click("pushButton_8");
-    expectStored(1, STORED(system.voiceEffectOn));
-    click("btn_mh3");
-    expectStored(3, STORED(system.voiceEffect));
-    drag("horizontalSlider_15", 50, 80);
-    expectStored(80, STORED(system.effectLevel), 2);
+    press("pushButton_8", STORED(system.voiceEffectOn), 1);
+    for (const int voice : {2, 3, 4, 1})
+        press("btn_mh" + std::to_string(voice), STORED(system.voiceEffect), voice);
+    slide("horizontalSlider_15", 50, 80, STORED(system.effectLevel));
+    press("pushButton_30", STORED(system.effectLevel), 50);
+    press("Page4_P_8", STORED(system.effectLevel), 49);
+    press("Page4_P_9", STORED(system.effectLevel), 50);
+    press("checkBox_5", STORED(system.echoOn), 1);
+    press("checkBox_6", STORED(system.voiceEffectOn), 0);
+}
 
+void SessionTest::useNoiseReductionPage() {
     click("bt_y9");
-    drag("horizontalSlider_17", 50, 20);
-    expectStored(20, STORED(system.noiseLevel), 2);
-    click("pushButton_29");
-    expectStored(0, STORED(system.noiseReductionOn));
+    slide("horizontalSlider_17", 50, 20, STORED(system.noiseLevel));
+    click("pushButton_31"); // arrives with the next write
+    press("pushButton_29", STORED(system.noiseReductionOn), 0);
+    EXPECT_EQ(50, stored(STORED(system.noiseLevel)));
+}
 
-    // English, by the keyboard: next entry of the language list, and Confirm.
+void SessionTest::useUpgradePage() {
+    click("bt_y11");
+    click("lineEdit_4");
+    click("pushButton_10");
+    Sleep(500);
+    panel.press(VK_ESCAPE);
+    Sleep(200);
+    click("pushButton_11");
+    EXPECT_EQ(L"Please select a DONGLE binary file to update", panel.answerBox());
+    click("pushButton_17");
+    EXPECT_EQ(L"Please select a EARPHONE binary file to update", panel.answerBox());
+    click("pushButton_18");
+    EXPECT_TRUE(panel.running());
+}
+
+// English, by the keyboard: next entry of the language list, and Confirm.
+void SessionTest::changeLanguage() {
+    click("pushButton_3");
+    Sleep(200);
+    panel.press(VK_ESCAPE);
+    Sleep(200);
     click("pushButton_2");
     Sleep(300);
     const POINT dialog{1071 / 2 - 370 / 2, 869 / 2 - 286 / 2};
@@ -121,6 +207,25 @@ TEST_F(SessionTest, EverySettingArrivesAndIsThereAfterwards) {
     panel.press(VK_RETURN);
     panel.click({dialog.x + 42 + 217, dialog.y + 38 + 186});
     EXPECT_TRUE(waitUntil([] { return Registry::ReadDwordValue(kProductKey, L"language") == 1; }));
+}
+
+template<typename Block>
+bool same(const Block &one, const Block &other) {
+    return std::memcmp(&one, &other, sizeof one) == 0;
+}
+
+TEST_F(SessionTest, EverySettingArrivesAndIsThereAfterwards) {
+    Registry::WriteDwordValue(kProductKey, L"language", 0);
+    start();
+    useVolumePage();
+    useEqualizerPage();
+    useRoomEffectsPage();
+    useSoundFieldPage();
+    useMicrophonePage();
+    useVoiceEffectsPage();
+    useNoiseReductionPage();
+    useUpgradePage();
+    changeLanguage();
 
     const StoredSettings before = StoredSettings::read();
     click("pushButton_1");
@@ -128,6 +233,13 @@ TEST_F(SessionTest, EverySettingArrivesAndIsThereAfterwards) {
     ShowWindow(panel.window(), SW_RESTORE);
     click("pushButton");
     ASSERT_TRUE(waitUntil([&] { return !IsWindowVisible(panel.window()); }));
+
+    // Controls that the pages keep out of sight.
+    for (const char *hidden : {"pushButton_7", "btn_install_spk", "btn_uninstall_spk", "comboBox_2",
+                               "pushButton_27", "btn_install_mic"})
+        used_.insert(hidden);
+    for (const std::string &control : map.offeredControls())
+        EXPECT_TRUE(used_.count(control)) << control << " was not used";
 
     Panel second;
     second.start();
@@ -139,10 +251,9 @@ TEST_F(SessionTest, EverySettingArrivesAndIsThereAfterwards) {
     StoredSettings wanted = before;
     wanted.system.monitoringOn = 0;
     const StoredSettings after = StoredSettings::read();
-    EXPECT_EQ(0, std::memcmp(&wanted.system, &after.system, sizeof after.system));
-    EXPECT_EQ(0, std::memcmp(&wanted.sound, &after.sound, sizeof after.sound));
-    EXPECT_EQ(0, std::memcmp(&wanted.extension, &after.extension, sizeof after.extension));
-    EXPECT_EQ(0, std::memcmp(StoredSettings::curves().curve[0].gain, after.extension.gain, 10));
+    EXPECT_TRUE(same(wanted.system, after.system));
+    EXPECT_TRUE(same(wanted.sound, after.sound));
+    EXPECT_TRUE(same(wanted.extension, after.extension));
     const std::vector<uint8_t> snapshot =
         Registry::ReadBinaryValue(kProductKey, L"{6F8E9E8B-C370-48D3-A20E-D1CA1D61BB3C}");
     ASSERT_EQ(sizeof before.sound, snapshot.size());
