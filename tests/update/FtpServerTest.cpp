@@ -97,8 +97,10 @@ TEST_F(RealServer, TellsSizeAndTime) {
     GetSystemTime(&now);
     char today[16];
     std::snprintf(today, sizeof today, "%04d-%02d-%02d ", now.wYear, now.wMonth, now.wDay);
-    EXPECT_EQ(time.size(), 19u);
     EXPECT_EQ(time.substr(0, 11), today) << time << " (wrong only if the test ran over midnight)";
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(getFileTime(session_.control.get(), "kit\\none"), "");
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("获取文件修改时间失败: 550"));
 }
 
 TEST_F(RealServer, DownloadsInActiveMode) {

@@ -67,17 +67,24 @@ TEST_F(ReleaseTool, ConfigurationIsReadByThePanel) {
 }
 
 TEST_F(ReleaseTool, WrongSettingsAreNamed) {
+    const std::string address = "address = 1.2.3.4\n";
     const struct {
-        const char *text, *message;
+        std::string text, message;
     } rows[] = {
         {"", "no address"},
         {"address = host.example", "not a dotted IPv4 address"},
-        {"address = 1.2.3.4\nport = 65536", "line 2: \"65536\" is not a number from 0 to 65535"},
-        {"address = 1.2.3.4\nport = 21x", "line 2"},
-        {"address = 1.2.3.4\nserver = x", "line 2: unknown setting \"server\""},
+        {"address = 1.2.3.256", "not a dotted IPv4 address"},
+        {"address = 1.2.3.4.5", "not a dotted IPv4 address"},
+        {"address = 1.2.3", "not a dotted IPv4 address"},
+        {address + "port = 65536", "line 2: \"65536\" is not a number from 0 to 65535"},
+        {address + "port = 21x", "line 2"},
+        {address + "server = x", "line 2: unknown setting \"server\""},
         {"just text", "line 1: expected name = value"},
-        {"address = 1.2.3.4\nkey = 00112233aabbccxx", "16 hexadecimal digits"},
-        {"address = 1.2.3.4\nuser = 123456789012345678901234567890123", "user does not fit in 32 bytes"},
+        {address + "key = 00112233aabbccxx", "16 hexadecimal digits"},
+        {address + "user = " + std::string(33, 'u'), "user does not fit in 32 bytes"},
+        {address + "password = " + std::string(33, 'p'), "password does not fit in 32 bytes"},
+        {address + "folder = " + std::string(257, 'f'), "folder does not fit in 256 bytes"},
+        {address + "folder = a" + '\0', "folder does not fit in 256 bytes"},
     };
     for (const auto &row : rows) {
         EXPECT_EQ(run({"netcfg", write("settings.txt", row.text), folder_ / "a.fsc"}), 1) << row.text;

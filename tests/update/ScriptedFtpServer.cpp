@@ -4,13 +4,6 @@
 
 #include <chrono>
 
-struct ScriptedFtpServer::Session {
-    FtpScript script;
-    UniqueSocket control;
-    UniqueSocket dataListener; // after PASV
-    int32_t activePort = 0;    // after PORT
-};
-
 namespace {
 
 constexpr uint32_t kPatienceMs = 2000;
@@ -24,8 +17,12 @@ sockaddr_in loopback(int32_t port) {
     return address;
 }
 
+UniqueSocket tcpSocket() {
+    return UniqueSocket(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP));
+}
+
 UniqueSocket listenOnLoopback(uint32_t &port) {
-    UniqueSocket listener(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP));
+    UniqueSocket listener = tcpSocket();
     sockaddr_in address = loopback(0);
     int size = sizeof address;
     if (bind(listener.get(), reinterpret_cast<sockaddr *>(&address), size) != 0 ||
@@ -34,13 +31,6 @@ UniqueSocket listenOnLoopback(uint32_t &port) {
         std::abort();
     port = ntohs(address.sin_port);
     return listener;
-}
-
-UniqueSocket connectToLoopback(int32_t port) {
-    UniqueSocket peer(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP));
-    const sockaddr_in address = loopback(port);
-    connect(peer.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address);
-    return peer;
 }
 
 UniqueSocket acceptWithin(SOCKET listener, uint32_t milliseconds) {
@@ -85,29 +75,9 @@ void receiveToTheEnd(SOCKET from) {
     }
 }
 
-FtpStep stepAt(const FtpScript &script, std::initializer_list<std::string> names, const std::string &usual) {
-    for (const std::string &name : names)
-        if (const auto found = script.steps.find(name); found != script.steps.end())
-            return found->second;
-    return {usual};
-}
-
-// False when the session is over.
-bool carryOut(const FtpStep &step, SOCKET control) {
-    if (step.action == FtpStep::StaysSilent)
-        receiveToTheEnd(control); // until the client has gone
-    if (step.action != FtpStep::Replies)
-        return false;
-    if (step.splitAt > 0) {
-        sendAll(control, step.reply.substr(0, step.splitAt));
-        std::this_thread::sleep_for(kPause);
-    }
-    return sendAll(control, step.reply.substr(step.splitAt));
-}
-
 } // namespace
 
-ScriptedFtpServer::ScriptedFtpServer(FtpScript script) : script_(std::move(script)) {
+ScriptedFtpServer::ScriptedFtpServer(FtpScript script) : nextScript_(std::move(script)) {
     library_.start();
     listener_ = listenOnLoopback(port_);
     thread_ = std::thread([this] { serve(); });
@@ -120,7 +90,7 @@ ScriptedFtpServer::~ScriptedFtpServer() {
 
 void ScriptedFtpServer::setScript(FtpScript script) {
     const std::lock_guard<std::mutex> lock(mutex_);
-    script_ = std::move(script);
+    nextScript_ = std::move(script);
 }
 
 std::vector<std::string> ScriptedFtpServer::commands() const {
@@ -130,29 +100,43 @@ std::vector<std::string> ScriptedFtpServer::commands() const {
 
 void ScriptedFtpServer::serve() {
     while (!stopping_) {
-        Session session;
-        session.control = acceptWithin(listener_.get(), 20);
-        if (!session.control)
+        activePort_ = 0;
+        control_ = acceptWithin(listener_.get(), 20);
+        if (!control_)
             continue;
         {
             const std::lock_guard<std::mutex> lock(mutex_);
-            session.script = script_;
+            script_ = nextScript_;
         }
-        serveSession(session);
+        bool goesOn = carryOut(stepAt({"GREETING"}, "220 ready\r\n"));
+        while (goesOn) {
+            const std::string line = receiveLine(control_.get());
+            goesOn = !line.empty() && handle(line);
+        }
+        control_.reset();
     }
 }
 
-void ScriptedFtpServer::serveSession(Session &session) {
-    if (!carryOut(stepAt(session.script, {"GREETING"}, "220 ready\r\n"), session.control.get()))
-        return;
-    for (;;) {
-        const std::string line = receiveLine(session.control.get());
-        if (line.empty() || !handle(session, line))
-            return;
-    }
+FtpStep ScriptedFtpServer::stepAt(std::initializer_list<std::string> names, const std::string &usual) const {
+    for (const std::string &name : names)
+        if (const auto found = script_.steps.find(name); found != script_.steps.end())
+            return found->second;
+    return {usual};
 }
 
-bool ScriptedFtpServer::handle(Session &session, const std::string &line) {
+bool ScriptedFtpServer::carryOut(const FtpStep &step) {
+    if (step.action == FtpStep::StaysSilent)
+        receiveToTheEnd(control_.get()); // until the client has gone
+    if (step.action != FtpStep::Replies)
+        return false;
+    if (step.splitAt > 0) {
+        sendAll(control_.get(), step.reply.substr(0, step.splitAt));
+        std::this_thread::sleep_for(kPause);
+    }
+    return sendAll(control_.get(), step.reply.substr(step.splitAt));
+}
+
+bool ScriptedFtpServer::handle(const std::string &line) {
     {
         const std::lock_guard<std::mutex> lock(mutex_);
         commands_.push_back(line);
@@ -160,24 +144,31 @@ bool ScriptedFtpServer::handle(Session &session, const std::string &line) {
     const size_t blank = line.find(' ');
     const std::string command = line.substr(0, blank);
     const std::string path = blank == std::string::npos ? "" : line.substr(blank + 1);
-    const FtpStep step = stepAt(session.script, {line, command}, usualReply(session, command, path));
-    if (!carryOut(step, session.control.get()))
+    const FtpStep step = stepAt({line, command}, usualReply(command, path));
+    if (!carryOut(step))
         return false;
     const bool transfers = command == "RETR" || command == "STOR";
-    if (transfers && step.reply.front() == '1' && !session.script.opensNoData)
-        return transfer(session, path);
+    if (transfers && step.reply.front() == '1' && !script_.opensNoData)
+        return transfer(path);
     return command != "QUIT";
 }
 
-bool ScriptedFtpServer::transfer(Session &session, const std::string &path) {
-    UniqueSocket data = session.activePort > 0 ? connectToLoopback(session.activePort)
-                                               : acceptWithin(session.dataListener.get(), kPatienceMs);
-    for (const std::string &piece : session.script.files[path]) { // nothing for an upload
+bool ScriptedFtpServer::transfer(const std::string &path) {
+    UniqueSocket data;
+    if (activePort_ > 0) {
+        data = tcpSocket();
+        const sockaddr_in address = loopback(activePort_);
+        connect(data.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address);
+    } else {
+        data = acceptWithin(dataListener_.get(), kPatienceMs);
+    }
+    const std::vector<std::string> &pieces = script_.files[path]; // none for an upload
+    for (const std::string &piece : pieces) {
         sendAll(data.get(), piece);
-        if (session.script.files[path].size() > 1 || session.script.resetsData)
+        if (pieces.size() > 1 || script_.resetsData)
             std::this_thread::sleep_for(kPause);
     }
-    if (session.script.resetsData) {
+    if (script_.resetsData) {
         const linger atOnce{1, 0};
         setsockopt(data.get(), SOL_SOCKET, SO_LINGER, reinterpret_cast<const char *>(&atOnce), sizeof atOnce);
     } else {
@@ -186,24 +177,23 @@ bool ScriptedFtpServer::transfer(Session &session, const std::string &path) {
         receiveToTheEnd(data.get());
     }
     data.reset();
-    return carryOut(stepAt(session.script, {"FINAL"}, "226 done\r\n"), session.control.get());
+    return carryOut(stepAt({"FINAL"}, "226 done\r\n"));
 }
 
-std::string ScriptedFtpServer::usualReply(Session &session, const std::string &command,
-                                          const std::string &path) {
+std::string ScriptedFtpServer::usualReply(const std::string &command, const std::string &path) {
     if (command == "PASV") {
         uint32_t port = 0;
-        session.dataListener = listenOnLoopback(port);
+        dataListener_ = listenOnLoopback(port);
         return "227 Entering Passive Mode (10,9,8,7," + std::to_string(port / 256) + "," +
                std::to_string(port % 256) + ")\r\n"; // the client must not connect to that address
     }
     if (command == "PORT") {
-        session.activePort = parsePassivePort("(" + path + ")");
+        activePort_ = parsePassivePort("(" + path + ")");
         return "200 ok\r\n";
     }
     if (command == "SIZE") {
-        const auto file = session.script.files.find(path);
-        if (file == session.script.files.end())
+        const auto file = script_.files.find(path);
+        if (file == script_.files.end())
             return "550 no such file\r\n";
         size_t size = 0;
         for (const std::string &piece : file->second)

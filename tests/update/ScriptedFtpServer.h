@@ -40,20 +40,27 @@ public:
     std::vector<std::string> commands() const; // all lines received so far
 
 private:
-    struct Session;
-
     void serve();
-    void serveSession(Session &session);
-    bool handle(Session &session, const std::string &line);
-    bool transfer(Session &session, const std::string &path);
-    std::string usualReply(Session &session, const std::string &command, const std::string &path);
+    FtpStep stepAt(std::initializer_list<std::string> names, const std::string &usual) const;
+    std::string usualReply(const std::string &command, const std::string &path);
+    // These return false when the session is over.
+    bool carryOut(const FtpStep &step);
+    bool handle(const std::string &line);
+    bool transfer(const std::string &path);
 
     SocketLibrary library_;
-    UniqueSocket listener_;
     uint32_t port_ = 0;
+    UniqueSocket listener_;
     std::atomic<bool> stopping_{false};
     mutable std::mutex mutex_;
-    FtpScript script_;
+    FtpScript nextScript_;
     std::vector<std::string> commands_;
+
+    // Of the present session, looked at in the server's thread only.
+    FtpScript script_;
+    UniqueSocket control_;
+    UniqueSocket dataListener_; // after PASV
+    int32_t activePort_ = 0;    // after PORT
+
     std::thread thread_;
 };
