@@ -46,7 +46,8 @@ template<typename Capability>
 using CapabilityQuery = NTSTATUS(WINAPI *)(HIDP_REPORT_TYPE, USAGE, USHORT, USAGE, Capability *, PUSHORT,
                                            PHIDP_PREPARSED_DATA);
 
-// count: how many records of this kind the device announces.
+// count: how many records of this kind the device announces. reportId is not 0, which marks records that the
+// answer leaves out.
 template<typename Capability>
 bool listHasReportId(CapabilityQuery<Capability> query, HIDP_REPORT_TYPE type, USHORT count,
                      PHIDP_PREPARSED_DATA preparsed, uint16_t reportId) {
@@ -55,12 +56,8 @@ bool listHasReportId(CapabilityQuery<Capability> query, HIDP_REPORT_TYPE type, U
     std::vector<Capability> records(count);
     if (query(type, 0, 0, 0, records.data(), &count, preparsed) != HIDP_STATUS_SUCCESS)
         return false;
-    records.resize(std::min<size_t>(count, records.size()));
-    for (const Capability &record : records) {
-        if (record.ReportID == reportId)
-            return true;
-    }
-    return false;
+    return std::any_of(records.begin(), records.end(),
+                       [=](const Capability &record) { return record.ReportID == reportId; });
 }
 
 } // namespace

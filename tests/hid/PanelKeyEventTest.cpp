@@ -1,5 +1,7 @@
 // The real program with a virtual receiver plugged in: the headset's own button, all the way to the property
 // block and back.
+#include "helpers/ProductSettings.h"
+#include "helpers/Registry.h"
 #include "hid/VirtualHid.h"
 #include "program/Panel.h"
 
@@ -91,6 +93,15 @@ TEST_F(PanelKeyEventTest, UnpluggingLeavesThePanelAlone) {
     EXPECT_TRUE(panel.running());
     DWORD_PTR answered = 0;
     EXPECT_NE(SendMessageTimeoutW(panel.window(), WM_NULL, 0, 0, SMTO_NORMAL, 2000, &answered), 0) << "hangs";
+}
+
+TEST_F(PanelKeyEventTest, AnAnswerThatIsNeverTakenDoesNotKeepThePanelFromEnding) {
+    start();
+    hid.holdWrites(true);
+    hid.input(keyReport());
+    EXPECT_TRUE(waitUntil([&] { return hid.counters().heldWrites == 1; }));
+    Registry::WriteDwordValue(ProductSettings::kProductKey, L"exitCmd", 1);
+    EXPECT_EQ(panel.waitForEnd(), 0);
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 namespace {
 
 constexpr wchar_t kRootKey[] = L"System\\CurrentControlSet\\Enum\\ROOT";
+constexpr wchar_t kInstance[] = L"7&1A2B3C4D&0&0000";
 constexpr DWORD kReenumerateRootDevices = 128; // control code of Wine's driver services
 constexpr unsigned kArrivalTimeoutMs = 5000;
 
@@ -49,8 +50,8 @@ void setText(HKEY key, const wchar_t *name, const std::wstring &text, DWORD type
                    static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
 }
 
-std::wstring interfacePath(const std::wstring &id, const std::wstring &instance) {
-    std::wstring path = L"\\\\?\\hid#" + id + L"#" + instance + L"#{4d1e55b2-f16f-11cf-88cb-001111000030}";
+std::wstring interfacePath(const std::wstring &id) {
+    std::wstring path = L"\\\\?\\hid#" + id + L"#" + kInstance + L"#{4d1e55b2-f16f-11cf-88cb-001111000030}";
     std::transform(path.begin(), path.end(), path.begin(), towlower);
     return path;
 }
@@ -75,18 +76,14 @@ bool waitUntil(unsigned timeoutMs, Condition condition) {
 } // namespace
 
 VirtualHid::VirtualHid() {
-    startDriver();
+    const UniqueService service = openDriverService();
+    require(StartServiceW(service.get(), 0, nullptr) || GetLastError() == ERROR_SERVICE_ALREADY_RUNNING,
+            "start of the driver");
     waitUntil(kArrivalTimeoutMs, [this] {
         control_ = openDevice(L"\\\\.\\VHidCtl");
         return static_cast<bool>(control_);
     });
     require(static_cast<bool>(control_), "control device");
-}
-
-void VirtualHid::startDriver() {
-    const UniqueService service = openDriverService();
-    require(StartServiceW(service.get(), 0, nullptr) || GetLastError() == ERROR_SERVICE_ALREADY_RUNNING,
-            "start of the driver");
 }
 
 void VirtualHid::reenumerate() {
@@ -111,9 +108,9 @@ void VirtualHid::unplugAll() {
     send(VHID_IOCTL_RESET, nullptr, 0);
 }
 
-std::wstring VirtualHid::plug(const std::wstring &id, const std::wstring &instance) {
+std::wstring VirtualHid::plug(const std::wstring &id) {
     UniqueRegistryKey key;
-    const std::wstring keyPath = std::wstring(kRootKey) + L"\\" + id + L"\\" + instance;
+    const std::wstring keyPath = std::wstring(kRootKey) + L"\\" + id + L"\\" + kInstance;
     const LSTATUS created = RegCreateKeyExW(HKEY_LOCAL_MACHINE, keyPath.c_str(), 0, nullptr, 0,
                                             KEY_ALL_ACCESS, nullptr, key.put(), nullptr);
     SetLastError(static_cast<DWORD>(created));
@@ -123,15 +120,15 @@ std::wstring VirtualHid::plug(const std::wstring &id, const std::wstring &instan
     setText(key.get(), L"Service", L"vhid");
     setText(key.get(), L"HardwareID", L"ROOT\\" + id, REG_MULTI_SZ);
     reenumerate();
-    const std::wstring path = interfacePath(id, instance);
+    const std::wstring path = interfacePath(id);
     require(waitUntil(kArrivalTimeoutMs, [&] { return static_cast<bool>(openDevice(path)); }), "arrival");
     return path;
 }
 
-void VirtualHid::unplug(const std::wstring &id, const std::wstring &instance) {
-    RegDeleteTreeW(HKEY_LOCAL_MACHINE, (std::wstring(kRootKey) + L"\\" + id + L"\\" + instance).c_str());
+void VirtualHid::unplug(const std::wstring &id) {
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, (std::wstring(kRootKey) + L"\\" + id + L"\\" + kInstance).c_str());
     reenumerate();
-    const std::wstring path = interfacePath(id, instance);
+    const std::wstring path = interfacePath(id);
     require(waitUntil(kArrivalTimeoutMs, [&] { return !openDevice(path); }), "removal");
 }
 

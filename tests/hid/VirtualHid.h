@@ -20,7 +20,6 @@ public:
     using Report = std::vector<uint8_t>; // begins with the report ID
 
     static constexpr wchar_t kReceiver[] = L"VID_040B&PID_F779&MI_03";
-    static constexpr wchar_t kInstance[] = L"7&1A2B3C4D&0&0000";
 
     // Installs and starts the driver where that was not done yet.
     VirtualHid();
@@ -29,9 +28,9 @@ public:
     void unplugAll();
 
     // A device with reports of 64 bytes each way and the report ID 2. Returns when it can be opened; its path
-    // as SetupAPI gives it. id and instance in upper case.
-    std::wstring plug(const std::wstring &id = kReceiver, const std::wstring &instance = kInstance);
-    void unplug(const std::wstring &id = kReceiver, const std::wstring &instance = kInstance);
+    // as SetupAPI gives it. id in upper case.
+    std::wstring plug(const std::wstring &id = kReceiver);
+    void unplug(const std::wstring &id = kReceiver);
 
     // From the device that was plugged last to the program.
     void input(const Report &report);
@@ -49,7 +48,6 @@ public:
     bool waitForMoreHandles(ULONG than);
 
 private:
-    void startDriver();
     void reenumerate();
     void send(DWORD request, const void *input, size_t length);
     void receive(DWORD request, void *output, size_t length);
