@@ -15,9 +15,7 @@ void EmbeddedDialog::run() {
     // From the sizes only: the main window's own position plays no part.
     dialog_->move(mainWindow_.width() / 2 - dialog_->width() / 2,
                   mainWindow_.height() / 2 - dialog_->height() / 2);
-    dialog_->setModal(true);
     dialog_->show();
-    dialog_->raise();
     dialog_->setFocus(); // else the Escape key goes to the page below
     dialog_->exec();
 }

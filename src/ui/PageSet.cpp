@@ -60,7 +60,6 @@ void PageSet::addRefillsTo(Translation &translation) {
     translation.addRefill([this] { equalizer_->retranslated(); });
     translation.addRefill([this] { soundField_->retranslated(); });
     translation.addRefill([this] { microphone_->retranslated(); });
-    translation.addRefill([this] { statusStrip_->refresh(); });
     translation.addRefill([this] { update_->retranslated(); });
 }
 

@@ -109,6 +109,7 @@ protected:
         info.sound.leftVolume = 41;
         info.system.micLevel = 77;
         info.system.monitorLevel = 22;
+        info.sound.speakerLevel[0] = -7;
         info.extension.gain[0] = -9;
         QApplication::setFont(QFont(QStringLiteral("Microsoft YaHei")));
         qApp->setStyleSheet(QStringLiteral("QPushButton:focus { outline: none; }"));

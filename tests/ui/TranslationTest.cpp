@@ -79,4 +79,20 @@ TEST_F(TranslationTest, MissingOrBrokenFilesGiveTheSourceTexts) {
     EXPECT_EQ(textIn(1), english);
 }
 
+// A text begins with the tag 3 and its length. The toolkit would follow this length back to the tag, for
+// ever.
+TEST_F(TranslationTest, LengthsOutOfTheFileGiveTheSourceTexts) {
+    QFile file(QmFiles::path("ts_en.qm"));
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    QByteArray bytes = file.readAll();
+    int count = 0;
+    for (int at = 0; (at = bytes.indexOf(QByteArray("\x03\0\0\0", 4), at)) >= 0; at += 5, ++count)
+        bytes.replace(at, 5, "\x03\xff\xff\xff\xfb", 5);
+    EXPECT_GT(count, 100);
+    file.seek(0);
+    file.write(bytes);
+    file.close();
+    EXPECT_EQ(textIn(1), chinese);
+}
+
 } // namespace
