@@ -1,5 +1,5 @@
-// Looks through a .qm file before the toolkit uses it, since QTranslator follows the lengths and offsets
-// inside without checking them: a damaged file would take the program down at the first text.
+// Looks through a .qm file before the toolkit uses it, since QTranslator follows the lengths inside without
+// checking them: a damaged file could hang the program or take it down at the first text.
 #pragma once
 
 #include <cstddef>

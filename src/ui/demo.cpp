@@ -216,7 +216,7 @@ void demo::mouseReleaseEvent(QMouseEvent *) {
     dragging_ = false;
 }
 
-// Companion tools read the three snapshots; the panel itself does not.
+// The snapshots are for other programs: the panel does not read them back.
 void demo::minimise() {
     ProductSettings::writeBinary(L"{6F8E9E8B-C370-48D3-A20E-D1CA1D61BB3C}", &device_.sound,
                                  sizeof device_.sound);

@@ -72,7 +72,7 @@ private:
     DialogState dialogState_;
     WindowTimers timers_;
     QString curveFilePath_;
-    std::wstring configFilePath_; // named for companion tools; not opened by the panel
+    std::wstring configFilePath_; // where config.txt belongs; the panel does not open it
     int tickCount_ = 0;
     bool dragging_ = false;
     QPoint pressPosition_;
