@@ -153,6 +153,9 @@ TEST(DownloadToMemory, TakesOneReceiveForOneReply) {
         FtpStep behaviour;
         int32_t result;
     } rows[] = {
+        {"GREETING", {"211 hello\r\n"}, 1}, // some replies count by their class
+        {"RETR", {"125 now\r\n"}, 1},
+        {"FINAL", {"250 all sent\r\n"}, 1},
         {"PASS", {"230-hello\r\n230 welcome\r\n"}, 1},
         {"GREETING", {"220 ready\r\n", 1}, -4},               // the code is "2"
         {"GREETING", {"220 ready\r\n", 5}, -5},               // the rest is taken for the reply to USER
@@ -170,11 +173,12 @@ TEST(DownloadToMemory, KeepsToTheAnnouncedSize) {
     const struct {
         const char *announced;
         std::string sent, kept;
+        int32_t lastPercent; // of the data
     } rows[] = {
-        {"14", "0123456789", std::string("0123456789\0\0\0\0", 14)},
-        {"4", "0123456789", "0123"},
-        {"0", "0123456789", ""},
-        {"70000", tooMuch, tooMuch.substr(0, 70000)},
+        {"14", "0123456789", std::string("0123456789\0\0\0\0", 14), 71},
+        {"4", "0123456789", "0123", 250},
+        {"0", "0123456789", "", 0},
+        {"70000", tooMuch, tooMuch.substr(0, 70000), 4285},
     };
     for (const auto &row : rows) {
         FtpScript script = scriptWith("SIZE", {std::string("213 ") + row.announced + "\r\n"});
@@ -183,6 +187,7 @@ TEST(DownloadToMemory, KeepsToTheAnnouncedSize) {
         EXPECT_EQ(seen.result, 1) << row.announced;
         EXPECT_TRUE(seen.hasBuffer) << row.announced;
         EXPECT_TRUE(seen.bytes == row.kept) << row.announced;
+        EXPECT_THAT(*(seen.reports.end() - 2), Pair(2u, row.lastPercent)) << row.announced;
     }
 }
 
