@@ -7,8 +7,11 @@
 
 namespace {
 
-constexpr size_t kChunkSize = 65536;              // what is sent and reported at once
-constexpr size_t kReceiveLimit = 16 * kChunkSize; // a receive has a price of its own, whatever it brings
+constexpr size_t kChunkSize = 65536; // what is sent and reported at once
+// Every receive has a price of its own, whatever it brings. So the system keeps what the server sends
+// meanwhile, and one receive takes many chunks.
+constexpr int kSystemBufferSize = 4 << 20;
+constexpr size_t kReceiveLimit = 16 * kChunkSize;
 
 // Asks for a passive data connection, sends the command that uses it, and connects. 1 or the failed step.
 int32_t openPassive(FtpSession &session, const std::string &command, const FtpProgress &progress,
@@ -33,6 +36,7 @@ int32_t openPassive(FtpSession &session, const std::string &command, const FtpPr
         progress.report(FtpDataFailed, -1);
         return FtpDataNotConnected;
     }
+    setReceiveBuffer(data.get(), kSystemBufferSize);
     return FtpDone;
 }
 

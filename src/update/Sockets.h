@@ -45,3 +45,8 @@ inline void setSocketTimeout(SOCKET socket, DWORD milliseconds) noexcept {
     setsockopt(socket, SOL_SOCKET, SO_RCVTIMEO, value, sizeof milliseconds);
     setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, value, sizeof milliseconds);
 }
+
+// How much the system keeps until it is received.
+inline void setReceiveBuffer(SOCKET socket, int bytes) noexcept {
+    setsockopt(socket, SOL_SOCKET, SO_RCVBUF, reinterpret_cast<const char *>(&bytes), sizeof bytes);
+}
