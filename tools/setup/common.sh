@@ -40,7 +40,8 @@ make_tool_links() {
 
 wine_environment() {
     export WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} LC_ALL=C.UTF-8
-    export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
+    # Without a debugger, since a program that damaged its heap takes Wine's along, and the exit code becomes 0.
+    export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe=;winedbg.exe=d"
     unset WAYLAND_DISPLAY || true
 }
 

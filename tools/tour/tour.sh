@@ -14,7 +14,7 @@ REST_X=1030 REST_Y=860    # where the pointer waits, so that nothing is shown ho
 mkdir -p "$PICTURES" "$CACHE/runs"
 rm -f "$PICTURES"/*.png
 work=$(mktemp -d "$CACHE/runs/tour-XXXXXX")
-export WINEPREFIX=$work/prefix
+export WINEPREFIX=$work/prefix TMPDIR=$work # wineserver leaves a folder of its own in TMPDIR
 xvfb=''
 finish() {
     local code=$?

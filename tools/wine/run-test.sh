@@ -12,7 +12,7 @@ template=$(wine_template_dir)
 # On the template's file system, where a copy can share its files by hard links.
 mkdir -p "$CACHE/runs"
 work=$(mktemp -d "$CACHE/runs/XXXXXX")
-export WINEPREFIX=$work/prefix
+export WINEPREFIX=$work/prefix TMPDIR=$work # wineserver leaves a folder of its own in TMPDIR
 xvfb_pid=
 finish() {
     local code=$?
