@@ -47,6 +47,7 @@ int main(int argc, char *argv[]) {
         return *ending;
 
     qputenv("QT_ENABLE_HIGHDPI_SCALING", "1");
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps); // icons as sharp as the display is
     QApplication application(argc, argv);
     return runPanel(application);
 }
