@@ -16,11 +16,7 @@ fi
 
 rounds=9
 program=$BUILD/bench/ftp.exe
-work=$(mktemp -d)
-export WINEPREFIX=$work/prefix
-trap 'wineserver -k 2>/dev/null || true; rm -rf "$work"' EXIT
-wine_environment
-copy_prefix "$WINEPREFIX"
+. "$ROOT/tools/wine/session.sh"
 head -c 52428800 /dev/urandom >"$QOR_FTP_ROOT/setup.exe"
 
 curl_time() { # FILE

@@ -1,30 +1,10 @@
 # shellcheck shell=bash
-# For the tests of installed programs: packages of the panel, a Wine prefix and a display that are gone afterwards.
+# For the tests of installed programs: packages of the panel, and a Wine session with a display.
 # Sourced after `set -euo pipefail` by scripts with the arguments DIST (the program as installed) and TOOL
 # (qor_release.exe).
-. "$(dirname "${BASH_SOURCE[0]}")/../../tools/setup/common.sh"
+. "$(dirname "${BASH_SOURCE[0]}")/../../tools/wine/session.sh"
 
 dist=$(realpath "$1") tool=$(realpath "$2")
-mkdir -p "$CACHE/runs"
-work=$(mktemp -d "$CACHE/runs/XXXXXX")
-export WINEPREFIX=$work/prefix
-started=() # process ids
-finish() {
-    local code=$?
-    trap - EXIT
-    wineserver -k 2>/dev/null || true
-    timeout 10 wineserver -w 2>/dev/null || true
-    [ "${#started[@]}" = 0 ] || kill "${started[@]}" 2>/dev/null || true
-    rm -rf "$work" || true
-    exit "$code"
-}
-trap finish EXIT
-trap 'exit 130' INT TERM
-
-wine_environment
-copy_prefix "$WINEPREFIX"
-Xvfb -displayfd 5 -screen 0 1400x1000x24 5>"$work/display" >/dev/null 2>&1 &
-started+=($!)
 DRIVE_C=$WINEPREFIX/drive_c
 INSTALLED=$DRIVE_C/'Program Files/QorSoundKit'
 PRODUCT_KEY='HKLM\SOFTWARE\QorSoundKit'
@@ -61,6 +41,4 @@ package() {
         --quick "$@" >"$work/$name.log" 2>&1 || { cat "$work/$name.log" >&2; die "the package \"$name\" was not built"; }
 }
 
-wait_for 10 test -s "$work/display" || die "Xvfb did not start"
-DISPLAY=:$(cat "$work/display")
-export DISPLAY
+start_display

@@ -3,42 +3,16 @@
 # a picture of each as build/tour/<language>-<page>.png. The panel starts with a new headset and leaves no trace but
 # the pictures.
 set -euo pipefail
+. "$(dirname "$0")/../wine/session.sh"
 . "$(dirname "$0")/../run-common.sh"
 
 PICTURES=$BUILD/tour
-SCREEN=1400x1000
 WIDTH=1071 HEIGHT=869     # of the main window
 CONTENT=865x590+206+69    # the part right of the navigation and below the top bar
 REST_X=1030 REST_Y=860    # where the pointer waits, so that nothing is shown hovered
 
-mkdir -p "$PICTURES" "$CACHE/runs"
+mkdir -p "$PICTURES"
 rm -f "$PICTURES"/*.png
-work=$(mktemp -d "$CACHE/runs/tour-XXXXXX")
-export WINEPREFIX=$work/prefix TMPDIR=$work # wineserver leaves a folder of its own in TMPDIR
-xvfb=''
-finish() {
-    local code=$?
-    trap - EXIT
-    wineserver -k 2>/dev/null || true
-    timeout 10 wineserver -w 2>/dev/null || true
-    [ -z "$xvfb" ] || kill "$xvfb" 2>/dev/null || true
-    rm -rf "$work" || true
-    exit "$code"
-}
-trap finish EXIT
-trap 'exit 130' INT TERM
-
-start_display() {
-    Xvfb -displayfd 5 -screen 0 "${SCREEN}x24" 5>"$work/display" >/dev/null 2>&1 &
-    xvfb=$!
-    for _ in $(seq 100); do
-        [ ! -s "$work/display" ] || break
-        sleep 0.05
-    done
-    [ -s "$work/display" ] || die "Xvfb did not start"
-    DISPLAY=:$(cat "$work/display")
-    export DISPLAY
-}
 
 # Sets X and Y, the window's place on the screen; false while it is not there in its full size.
 find_window() {
@@ -102,8 +76,6 @@ walk() {
 }
 
 say "no display: taking pictures of all pages and dialogs in both languages (about half a minute)"
-wine_environment
-copy_prefix "$WINEPREFIX"
 start_display
 install_product_key
 for language in zh en; do

@@ -1,0 +1,39 @@
+# shellcheck shell=bash
+# A Wine prefix in $work of the script's own, and on demand a display; both are gone when the script ends. Sourced
+# after `set -euo pipefail`.
+. "$(dirname "${BASH_SOURCE[0]}")/../setup/common.sh"
+
+[ -e "$(wine_template_dir)/system.reg" ] || die "no Wine prefix template; run tools/setup/wine.sh"
+
+# On the template's file system, where a copy can share its files by hard links.
+mkdir -p "$CACHE/runs"
+work=$(mktemp -d "$CACHE/runs/XXXXXX")
+export WINEPREFIX=$work/prefix TMPDIR=$work # wineserver leaves a folder of its own in TMPDIR
+started=()                                  # process ids to end with the session
+end_session() {
+    local code=$?
+    trap - EXIT
+    wineserver -k 2>/dev/null || true
+    timeout 10 wineserver -w 2>/dev/null || true
+    [ "${#started[@]}" = 0 ] || kill "${started[@]}" 2>/dev/null || true
+    rm -rf "$work" || true
+    exit "$code"
+}
+trap end_session EXIT
+trap 'exit 130' INT TERM
+
+wine_environment
+copy_prefix "$WINEPREFIX"
+
+# start_display: a display in memory that holds the panel's window; sets DISPLAY.
+start_display() {
+    Xvfb -displayfd 5 -screen 0 1400x1000x24 5>"$work/display" >/dev/null 2>&1 &
+    started+=($!)
+    for _ in $(seq 200); do
+        [ ! -s "$work/display" ] || break
+        sleep 0.05
+    done
+    [ -s "$work/display" ] || die "Xvfb did not start"
+    DISPLAY=:$(cat "$work/display")
+    export DISPLAY
+}
