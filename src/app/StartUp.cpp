@@ -9,8 +9,7 @@ namespace StartUp {
 namespace {
 
 constexpr wchar_t kInstanceMutex[] = L"Global\\{45A8C662-65D7-4679-801E-604A2DF76732}";
-constexpr wchar_t kExitRequest[] = L"exitCmd"; // the running instance polls it every 100 ms
-constexpr DWORD kHandoverMs = 1000;
+constexpr DWORD kHandoverMs = 1000; // the running instance polls every 100 ms
 
 } // namespace
 
@@ -23,7 +22,7 @@ Ending ensureElevated() {
 void takeOverFromRunningInstance() {
     if (!DeviceApi::anotherInstanceRuns(kInstanceMutex))
         return;
-    ProductSettings::writeDword(kExitRequest, 1);
+    ProductSettings::writeDword(ProductSettings::kExitRequest, 1);
     Sleep(kHandoverMs);
 }
 
@@ -32,8 +31,8 @@ Ending requireDevice() {
         return std::nullopt;
     // The two leading blanks belong to the text.
     ShowMessageByLocale(L"Can't connect to device", L"  找不到设备", L"温馨提示", MB_OK);
-    if (ProductSettings::readDword(kExitRequest).value_or(0) != 0)
-        ProductSettings::writeDword(kExitRequest, 0);
+    if (ProductSettings::readDword(ProductSettings::kExitRequest).value_or(0) != 0)
+        ProductSettings::writeDword(ProductSettings::kExitRequest, 0);
     return 0;
 }
 

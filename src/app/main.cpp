@@ -32,7 +32,7 @@ int runPanel(QApplication &application) {
     centreOnPrimaryScreen(*window);
     window->setWindowTitle(QString::fromStdWString(ProductSettings::productDisplayName()));
     window->show();
-    if (ProductSettings::readDword(L"isStartShow").value_or(0) != 0)
+    if (ProductSettings::readDword(ProductSettings::kStartTipShown).value_or(0) != 0)
         ShowStartTip(window.get());
     return QApplication::exec();
 }

@@ -12,6 +12,11 @@ namespace ProductSettings {
 constexpr wchar_t kProductKey[] = L"HKEY_LOCAL_MACHINE\\SOFTWARE\\QorSoundKit";
 constexpr wchar_t kUserKey[] = L"HKEY_CURRENT_USER\\SOFTWARE\\QorSoundKit";
 
+// Values that several places use; a value of one page or dialog is named there.
+constexpr wchar_t kExitRequest[] = L"exitCmd";        // DWORD, nonzero asks the running instance to end
+constexpr wchar_t kTrayIconShown[] = L"isAddSysicon"; // DWORD, 0: closing the window ends the program
+constexpr wchar_t kStartTipShown[] = L"isStartShow";  // DWORD, nonzero: the start tip is shown
+
 std::optional<uint32_t> readDword(const wchar_t *name);
 std::optional<std::wstring> readString(const wchar_t *name);
 

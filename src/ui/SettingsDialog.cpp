@@ -8,13 +8,6 @@
 
 #include <QStyledItemDelegate>
 
-namespace {
-
-constexpr wchar_t kTrayIconValue[] = L"isAddSysicon";
-constexpr wchar_t kStartTipValue[] = L"isStartShow";
-
-} // namespace
-
 SettingsDialog::SettingsDialog(QWidget &mainWindow, InterfaceLanguage &language, DialogState &state,
                                Translation &translation)
     : mainWindow_(mainWindow), language_(language), state_(state), translation_(translation) {}
@@ -44,7 +37,7 @@ void SettingsDialog::fill(Ui::dlgsetting &form) {
     form.comboBox->setItemDelegate(new QStyledItemDelegate(form.comboBox)); // rows follow the style sheet
     form.comboBox->setCurrentIndex(language_.code);
     form.checkBox->setChecked(hidesToTray());
-    form.checkBox_2->setChecked(ProductSettings::readDword(kStartTipValue).value_or(0) == 0);
+    form.checkBox_2->setChecked(ProductSettings::readDword(ProductSettings::kStartTipShown).value_or(0) == 0);
     form.checkBox_2->hide(); // not offered, but saved all the same
     form.pushButton_2->setDefault(true);
 }
@@ -53,11 +46,11 @@ void SettingsDialog::SaveSettings() {
     if (!form_)
         return;
     const bool tray = form_->checkBox->isChecked();
-    if (ProductSettings::writeDword(kTrayIconValue, tray ? 1 : 0))
+    if (ProductSettings::writeDword(ProductSettings::kTrayIconShown, tray ? 1 : 0))
         unsavedTrayChoice_.reset();
     else
         unsavedTrayChoice_ = tray;
-    ProductSettings::writeDword(kStartTipValue, form_->checkBox_2->isChecked() ? 0 : 1);
+    ProductSettings::writeDword(ProductSettings::kStartTipShown, form_->checkBox_2->isChecked() ? 0 : 1);
     const auto language = static_cast<int8_t>(form_->comboBox->currentIndex());
     language_.code = language;
     storeLanguage(language);
@@ -67,7 +60,8 @@ void SettingsDialog::SaveSettings() {
 }
 
 bool SettingsDialog::hidesToTray() const {
-    return unsavedTrayChoice_.value_or(ProductSettings::readDword(kTrayIconValue).value_or(1) != 0);
+    return unsavedTrayChoice_.value_or(
+        ProductSettings::readDword(ProductSettings::kTrayIconShown).value_or(1) != 0);
 }
 
 void SettingsDialog::close() {

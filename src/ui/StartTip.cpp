@@ -14,7 +14,7 @@ void ShowStartTip(QWidget *mainWindow) {
     QObject::connect(form.pushButton, &QPushButton::clicked, dialog, [dialog] { dialog->close(); });
     // Ticked keeps the tip on, although the box's text reads the other way: settled behaviour.
     QObject::connect(form.checkBox, &QCheckBox::stateChanged, dialog, [](int boxState) {
-        ProductSettings::writeDword(L"isStartShow", boxState == Qt::Checked ? 1 : 0);
+        ProductSettings::writeDword(ProductSettings::kStartTipShown, boxState == Qt::Checked ? 1 : 0);
     });
     embedded.run();
 }

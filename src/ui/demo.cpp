@@ -7,6 +7,7 @@
 #include "ui/LanguageChoice.h"
 #include "ui/MakerActions.h"
 #include "ui/Navigation.h"
+#include "ui/pages/MonitoringTask.h"
 #include "ui/pages/SystemVolumeWatcher.h"
 #include "ui/PageSet.h"
 #include "ui/ProcessEnd.h"
@@ -28,7 +29,6 @@ namespace {
 // Given when the window is made: set on the finished form, they would give every widget its style once more.
 constexpr Qt::WindowFlags kWindowFlags = Qt::FramelessWindowHint | Qt::WindowMinimizeButtonHint;
 constexpr int kLastTick = 100;
-constexpr wchar_t kHelperProcess[] = L"normal.exe"; // plays the microphone into the headset
 
 PageContext contextOf(demo &window, Ui::demoClass &form, DeviceState &device, VolumeFlags &volume,
                       InterfaceLanguage &language) {
@@ -59,7 +59,7 @@ demo::demo(QWidget *parent)
 
 demo::~demo() {
     timers_.stopAll();
-    DeviceApi::killTask(kHelperProcess);
+    MonitoringTask::follow(false);
     delete volumeWatcher_;
     device_.system.head.monitoringOn = 0;
     device_.saveType1Block();
@@ -82,7 +82,7 @@ void demo::setUpForm() {
 
 void demo::initialiseDevice() {
     trayIcon_ = std::make_unique<TrayIcon>(*this);
-    if (ProductSettings::readDword(L"isAddSysicon").value_or(0) != 0)
+    if (ProductSettings::readDword(ProductSettings::kTrayIconShown).value_or(0) != 0)
         ShowTray();
     configFilePath_ = DeviceInitialisation::configFilePath();
     DeviceInitialisation::ensureUserKey();
@@ -235,9 +235,9 @@ void demo::closeOrHide() {
 }
 
 void demo::pollHandover() {
-    if (ProductSettings::readDword(L"exitCmd").value_or(0) == 0)
+    if (ProductSettings::readDword(ProductSettings::kExitRequest).value_or(0) == 0)
         return;
-    ProductSettings::writeDword(L"exitCmd", 0);
+    ProductSettings::writeDword(ProductSettings::kExitRequest, 0);
     endProcess(this);
 }
 

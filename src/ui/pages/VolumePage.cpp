@@ -72,7 +72,6 @@ void VolumePage::muteSilentMaster() {
 void VolumePage::showPageSwitch() {
     const bool on = context_.device.sound.pageSwitch != 0;
     StyleSheetText::showSwitch(*context_.form.pushButton_7, on);
-    context_.form.pushButton_7->setChecked(on);
 }
 
 void VolumePage::loadLock() {
