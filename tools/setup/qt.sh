@@ -14,12 +14,23 @@ rm -rf "$work"
 mkdir -p "$work/lists/partial" "$work/src" "$work/build"
 log=$work/log.txt
 
-step() { # step MESSAGE COMMAND...: run quietly, show the tail of the log when it fails
-    local message=$1
+# step MESSAGE COMMAND...: runs it quietly; a failure ends the script with the tail of the log. No "||" stands behind
+# the command, since bash ignores `set -e` within functions that are called in front of one.
+current_step=
+step() {
+    current_step=$1
     shift
-    say "$message"
-    "$@" >>"$log" 2>&1 || { tail -n 15 "$log" >&2; die "failed: $message (log: $log)"; }
+    say "$current_step"
+    "$@" >>"$log" 2>&1
+    current_step=
 }
+tell_failed_step() {
+    local code=$?
+    [ "$code" != 0 ] && [ "$code" -lt 128 ] && [ -n "$current_step" ] || return 0 # from 128 on: interrupted
+    tail -n 15 "$log" >&2
+    printf 'error: failed: %s (log: %s)\n' "$current_step" "$log" >&2
+}
+trap tell_failed_step EXIT
 
 # Source entries are the machine's own, with the type changed to deb-src, in a private list.
 write_source_list() {
@@ -45,7 +56,7 @@ fetch_source() {
     mkdir -p "$work/apt-cache/archives/partial"
     local list=$work/private.sources
     [ -s "$list" ] || list=$work/private.list
-    private_apt "$list" update
+    private_apt "$list" update || true # one of several sources may be out of reach; the download decides
     cd "$work/src"
     private_apt "$list" --download-only source qtbase-opensource-src
 }
