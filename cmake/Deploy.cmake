@@ -67,7 +67,5 @@ function(qor_deploy executable)
 
     get_property(files GLOBAL PROPERTY QOR_DIST_FILES)
     add_custom_target(dist ALL DEPENDS ${files})
-    if(TARGET translations)
-        add_dependencies(dist translations)
-    endif()
+    add_dependencies(dist translations)
 endfunction()

@@ -8,13 +8,11 @@
 
 namespace {
 
-constexpr int kVersion[] = {2, 0, 5};
-
 QString versionLine(const InterfaceLanguage &language) {
     // The English line does not depend on the translation file.
     const QString line = language.isEnglish() ? QStringLiteral("Current version V%1.%2.%3")
                                               : QCoreApplication::translate("demo", "当前版本 V%1.%2.%3");
-    return line.arg(kVersion[0]).arg(kVersion[1]).arg(kVersion[2]);
+    return line.arg(QOR_VERSION_MAJOR).arg(QOR_VERSION_MINOR).arg(QOR_VERSION_PATCH);
 }
 
 } // namespace
