@@ -7,7 +7,7 @@ namespace {
 const char *const kConnected = "/page4/png/usb_cnt.png";
 const char *const kDisconnected = "/page4/png/usb_dis.png";
 
-// There is no picture of 90 %: from there on the battery is drawn full.
+// From 90 % on the battery is drawn full.
 std::string levelImage(int percent) {
     return "/page4/png/bp_" + std::to_string(percent < 90 ? percent : 100) + ".png";
 }
