@@ -2,12 +2,12 @@
 
 #include "helpers/ProductSettings.h"
 #include "helpers/Registry.h"
+#include "helpers/UniqueFile.h"
 #include "helpers/WinHandles.h"
 
 #include <cstdarg>
 #include <fcntl.h>
 #include <io.h>
-#include <memory>
 #include <mutex>
 #include <windows.h>
 
@@ -37,11 +37,6 @@ Settings currentSettings() {
     const std::lock_guard<std::mutex> lock(settingsMutex);
     return settings;
 }
-
-struct FileCloser {
-    void operator()(FILE *file) const noexcept { std::fclose(file); }
-};
-using UniqueFile = std::unique_ptr<FILE, FileCloser>;
 
 std::wstring temporaryFolder() {
     wchar_t folder[255];
@@ -183,6 +178,7 @@ void initialiseOnce() {
         }
         use = settings;
     }
+    // The place that this line names is the same in every version.
     if (!failure.empty())
         writeLine(use, "helpers/LogHelper", 69, "log", false, failure);
 }

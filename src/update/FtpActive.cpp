@@ -1,19 +1,13 @@
 // The active-mode download: the server connects back to a port that the client announces with PORT.
 
+#include "helpers/UniqueFile.h"
 #include "update/Diagnostics.h"
 #include "update/FtpControl.h"
 #include "update/FtpTransfers.h"
 
-#include <cstdio>
-#include <memory>
 #include <vector>
 
 namespace {
-
-struct CloseFile {
-    void operator()(FILE *file) const noexcept { std::fclose(file); }
-};
-using UniqueFile = std::unique_ptr<FILE, CloseFile>;
 
 // A listening socket on a free port of the session's local address; empty after a failure.
 UniqueSocket listenForServer(const FtpSession &session, uint16_t &port) {
