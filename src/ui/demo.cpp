@@ -29,11 +29,7 @@ namespace {
 // Given when the window is made: set on the finished form, they would give every widget its style once more.
 constexpr Qt::WindowFlags kWindowFlags = Qt::FramelessWindowHint | Qt::WindowMinimizeButtonHint;
 constexpr int kLastTick = 100;
-
-PageContext contextOf(demo &window, Ui::demoClass &form, DeviceState &device, VolumeFlags &volume,
-                      InterfaceLanguage &language) {
-    return {window, form, device, volume, language};
-}
+constexpr int kUpgradePage = 11;
 
 QString panelStyleSheet() {
     QFile file(QStringLiteral(":/styles/panel.qss"));
@@ -93,11 +89,11 @@ void demo::initialiseDevice() {
     setUpPages();
     startHandoverPoll();
     DeviceApi::readUsbIds(device_.usbIds);
-    pages_->checkForUpdateAtStart(*navigation_->button(11));
+    pages_->checkForUpdateAtStart(*navigation_->button(kUpgradePage));
 }
 
 void demo::setUpPages() {
-    const PageContext context = contextOf(*this, *form_, device_, volumeFlags_, language_);
+    const PageContext context{*this, *form_, device_, volumeFlags_, language_};
     translation_ = std::make_unique<Translation>(*this, context);
     settings_ = std::make_unique<SettingsDialog>(*this, language_, dialogState_, *translation_);
     connectTopBar();

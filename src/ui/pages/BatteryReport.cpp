@@ -4,6 +4,9 @@
 
 namespace {
 
+constexpr uint8_t kBatteryReportCode = 0x0B;
+constexpr uint8_t kAsk = 0x01;
+
 const char *const kConnected = "/page4/png/usb_cnt.png";
 const char *const kDisconnected = "/page4/png/usb_dis.png";
 
@@ -15,7 +18,7 @@ std::string levelImage(int percent) {
 } // namespace
 
 std::array<uint8_t, 64> makeBatteryRequest() {
-    return {0x0B, 0x01};
+    return {kBatteryReportCode, kAsk};
 }
 
 BatteryView describeBattery(const std::array<uint8_t, 64> &reply) {
