@@ -8,7 +8,6 @@
 #include "helpers/Registry.h"
 
 #include <cstring>
-#include <type_traits>
 
 namespace DeviceInitialisation {
 

@@ -5,7 +5,6 @@
 #include "ui/pages/PageContext.h"
 #include "ui/pages/VolumePage.h"
 
-#include <functional>
 #include <memory>
 #include <QPushButton>
 

@@ -4,7 +4,6 @@
 #include "hid/HidDevice.h"
 #include "hid/HidStandIns.h"
 
-#include <algorithm>
 #include <array>
 #include <gtest/gtest.h>
 #include <memory>

@@ -5,9 +5,7 @@
 #include "hid/VirtualHid.h"
 #include "program/Panel.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <string>
 #include <vector>
 

@@ -5,7 +5,6 @@
 
 #include "ui/DialogTest.h"
 
-#include <QCheckBox>
 #include <QLabel>
 #include <QMenu>
 

@@ -6,9 +6,8 @@
 #include "update/UpdateInfo.h"
 
 #include <fstream>
-#include <iomanip>
-#include <iostream>
 #include <iterator>
+#include <ostream>
 #include <stdexcept>
 
 namespace {
