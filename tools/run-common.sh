@@ -24,7 +24,7 @@ set_value() {
 # The product key as an installer leaves it.
 install_product_key() {
     set_value "$PRODUCT_KEY" DisplayName REG_SZ "QorSound Kit"
-    set_value "$PRODUCT_KEY" InstallPath REG_SZ "Z:${DIST//\//\\}"
+    set_value "$PRODUCT_KEY" InstallPath REG_SZ "$(windows_path "$DIST")"
 }
 
 # end_panel PID: asks the panel to end, as a newer instance would, so that it says goodbye to its device. It gets

@@ -8,6 +8,7 @@ TOOL_LINKS=$CACHE/mingw-links
 WINE=/usr/lib/wine/wine64
 
 say() { printf '%s\n' "-- $*"; }
+windows_path() { printf '%s\n' "Z:${1//\//\\}"; } # Wine's drive Z is the whole file system
 die() { printf '%s\n' "error: $*" >&2; exit 1; }
 
 # need_space DIR MEGABYTES: one clear line instead of a compiler error in the middle of a build.

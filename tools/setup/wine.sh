@@ -16,7 +16,7 @@ export WINEPREFIX=$fresh
 log=$(mktemp)
 {
     timeout 120 "$WINE" wineboot -i &&
-        timeout 60 "$WINE" regedit /S "Z:${ROOT//\//\\}\\tools\\wine\\base.reg"
+        timeout 60 "$WINE" regedit /S "$(windows_path "$ROOT/tools/wine/base.reg")"
 } >"$log" 2>&1 </dev/null || { tail -n 5 "$log" >&2; die "creating the Wine prefix failed; the log is $log"; }
 # Debian's Wine does not find its own fonts; these hold the glyphs of the caption buttons.
 cp /usr/share/wine/fonts/marlett.ttf /usr/share/wine/fonts/symbol.ttf /usr/share/wine/fonts/wingding.ttf \

@@ -6,8 +6,8 @@ set -euo pipefail
 
 mode=$1 program=$2
 shift 2
-qt=$(qt_dir)
-WINEPATH="Z:${qt//\//\\}\\bin;Z:\\usr\\lib\\gcc\\x86_64-w64-mingw32\\12-posix;Z:\\usr\\x86_64-w64-mingw32\\lib"
+runtime=$(dirname "$(x86_64-w64-mingw32-g++-posix -print-file-name=libstdc++-6.dll)")
+WINEPATH="$(windows_path "$(qt_dir)/bin");$(windows_path "$runtime");$(windows_path /usr/x86_64-w64-mingw32/lib)"
 export WINEPATH WINEQT_FORCE_STDERR_LOGGING=1
 [ "$mode" != gui ] || start_display
 
