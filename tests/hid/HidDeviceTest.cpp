@@ -1,7 +1,7 @@
 // Reports and handles of a receiver on Wine's real HID stack, and the receiver's going away.
 #include "hid/HidDevice.h"
 #include "hid/VirtualHid.h"
-#include "program/ProcessHoldings.h"
+#include "support/ProcessHoldings.h"
 
 #include <algorithm>
 #include <array>

@@ -5,8 +5,8 @@
 #include "helpers/Registry.h"
 #include "program/FormMap.h"
 #include "program/Panel.h"
-#include "program/ProcessHoldings.h"
 #include "program/StoredSettings.h"
+#include "support/ProcessHoldings.h"
 
 #include <cstdio>
 #include <functional>

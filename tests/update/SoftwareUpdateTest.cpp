@@ -259,9 +259,3 @@ TEST_F(SoftwareUpdateTest, WindowMayCloseDuringADownload) {
 }
 
 } // namespace
-
-int main(int argc, char **argv) {
-    testing::InitGoogleTest(&argc, argv);
-    QApplication application(argc, argv);
-    return RUN_ALL_TESTS();
-}

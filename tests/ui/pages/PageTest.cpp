@@ -1,6 +1,6 @@
 #include "ui/pages/PageTest.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <utility>
 
 PageTest::PageTest() : recorder(DeviceRecorder::instance()) {
@@ -29,10 +29,4 @@ void PageTest::expectMarked(const char *pattern, int count, int marked, const ch
         EXPECT_EQ(shows(button, mark), number == marked) << name.toStdString();
         EXPECT_EQ(shows(button, none), number != marked) << name.toStdString();
     }
-}
-
-int main(int argc, char **argv) {
-    QApplication application(argc, argv);
-    testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
 }

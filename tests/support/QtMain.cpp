@@ -1,3 +1,4 @@
+// main() of tests that need a QApplication.
 #include <gtest/gtest.h>
 #include <QApplication>
 

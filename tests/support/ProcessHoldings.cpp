@@ -1,5 +1,5 @@
 // Wine answers 0 to GetProcessHandleCount and GetGuiResources, so the tables behind them are counted here.
-#include "program/ProcessHoldings.h"
+#include "support/ProcessHoldings.h"
 
 #include "helpers/WinHandles.h"
 
