@@ -5,12 +5,12 @@
 #include "helpers/Registry.h"
 #include "program/FormMap.h"
 #include "Row.h"
+#include "support/ProcessHoldings.h"
 
 #include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <psapi.h>
 #include <QApplication>
 #include <sstream>
 
@@ -18,7 +18,6 @@ namespace {
 
 constexpr int kRounds = 15; // of each program, in turns
 constexpr DWORD kIdleMs = 30000;
-constexpr double kMegabyte = 1024 * 1024;
 
 // One row of pixels across the middle of the screen: read in one go, so often enough to time a first paint.
 class ScreenRow {
@@ -80,10 +79,6 @@ private:
     UniqueHandle process_;
 };
 
-UniqueHandle openProcess(DWORD id) {
-    return UniqueHandle(OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, id));
-}
-
 // Milliseconds from before CreateProcess until the program has changed what the screen shows; below zero when
 // it does not within ten seconds.
 double firstPaint(const std::wstring &program, const ScreenRow &row) {
@@ -100,11 +95,8 @@ double firstPaint(const std::wstring &program, const ScreenRow &row) {
     return time;
 }
 
-// PagefileUsage is the same as PrivateUsage, which Wine leaves at zero.
-double privateBytes(HANDLE process) {
-    PROCESS_MEMORY_COUNTERS counters{};
-    GetProcessMemoryInfo(process, &counters, sizeof counters);
-    return static_cast<double>(counters.PagefileUsage);
+double privateMegabytes(DWORD processId) {
+    return static_cast<double>(ProcessHoldings::of(processId).privateKilobytes) / 1024;
 }
 
 std::string contents(const std::filesystem::path &path) {
@@ -158,7 +150,7 @@ void measureRunning() {
     {
         const Program bare(L"bare.exe");
         Sleep(1000);
-        bareMegabytes = privateBytes(bare.get()) / kMegabyte;
+        bareMegabytes = privateMegabytes(GetProcessId(bare.get()));
     }
     FormMap map;
     Panel panel;
@@ -168,12 +160,11 @@ void measureRunning() {
         return;
     }
     Sleep(1000);
-    const UniqueHandle process = openProcess(panel.processId());
     for (const int page : {2, 3, 4, 6, 8, 9, 11, 0}) {
         panel.click(map.centreOf(qPrintable(QStringLiteral("bt_y%1").arg(page))));
         Sleep(300);
     }
-    printRow("Private bytes after a tour of all pages", privateBytes(process.get()) / kMegabyte, " MB", 60,
+    printRow("Private bytes after a tour of all pages", privateMegabytes(panel.processId()), " MB", 60,
              "bare Qt window " + figure(bareMegabytes, "MB"));
 
     panel.click(map.centreOf("pushButton"));
