@@ -212,6 +212,10 @@ void demo::mouseReleaseEvent(QMouseEvent *) {
     dragging_ = false;
 }
 
+void demo::closeEvent(QCloseEvent *) {
+    endProcess(this);
+}
+
 // The snapshots are for other programs: the panel does not read them back.
 void demo::minimise() {
     ProductSettings::writeBinary(L"{6F8E9E8B-C370-48D3-A20E-D1CA1D61BB3C}", &device_.sound,

@@ -50,6 +50,11 @@ protected slots:
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
 
+protected:
+    // Closing by the system (Alt+F4, the taskbar) ends the process, also while the start tip's own event loop
+    // runs, where Qt would only hide the window.
+    void closeEvent(QCloseEvent *event) override;
+
 private:
     void setUpForm();
     void initialiseDevice();

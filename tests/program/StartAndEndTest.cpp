@@ -83,6 +83,18 @@ TEST_F(StartAndEndTest, CloseButtonEndsOrHides) {
     EXPECT_TRUE(panel.running());
 }
 
+TEST_F(StartAndEndTest, ClosingByTheSystemEndsAlsoDuringTheStartTip) {
+    for (const DWORD tip : {0u, 1u}) {
+        Registry::WriteDwordValue(kProductKey, L"isStartShow", tip);
+        Panel panel;
+        panel.start();
+        ASSERT_TRUE(panel.waitForWindow());
+        PostMessageW(panel.window(), WM_CLOSE, 0, 0);
+        EXPECT_EQ(0, panel.waitForEnd());
+        expectShutDown(panel);
+    }
+}
+
 TEST_F(StartAndEndTest, NewerInstanceTakesOver) {
     Panel older;
     older.start();
