@@ -1,26 +1,19 @@
 #include "simulator/EndpointVolume.h"
 
-#include "helpers/WinHandles.h"
 #include "simulator/Knobs.h"
 
 #include <algorithm>
 #include <cmath>
 #include <endpointvolume.h>
 #include <mmdeviceapi.h>
+#include <wrl/client.h>
+
+using Microsoft::WRL::ComPtr;
 
 namespace {
 
 constexpr uint32_t kFirstVolume = 50; // percent, before the first set
 constexpr const char *kInRegistry = "no endpoint, kept in the registry";
-
-template<typename Interface>
-struct ComTraits {
-    using Type = Interface *;
-    static Type empty() noexcept { return nullptr; }
-    static void release(Type object) noexcept { object->Release(); }
-};
-template<typename Interface>
-using UniqueCom = UniqueResource<ComTraits<Interface>>;
 
 // COM for the length of one call, in whichever apartment the thread already is.
 class ComScope {
@@ -37,17 +30,16 @@ private:
     bool entered_;
 };
 
-UniqueCom<IAudioEndpointVolume> openEndpoint(int32_t device) {
-    UniqueCom<IMMDeviceEnumerator> enumerator;
-    UniqueCom<IMMDevice> endpoint;
-    UniqueCom<IAudioEndpointVolume> volume;
+ComPtr<IAudioEndpointVolume> openEndpoint(int32_t device) {
+    ComPtr<IMMDeviceEnumerator> enumerator;
+    ComPtr<IMMDevice> endpoint;
+    ComPtr<IAudioEndpointVolume> volume;
     if (SUCCEEDED(CoCreateInstance(__uuidof(MMDeviceEnumerator), nullptr, CLSCTX_INPROC_SERVER,
-                                   __uuidof(IMMDeviceEnumerator),
-                                   reinterpret_cast<void **>(enumerator.put()))) &&
-        SUCCEEDED(enumerator.get()->GetDefaultAudioEndpoint(device == 0 ? eRender : eCapture, eConsole,
-                                                            endpoint.put())))
-        endpoint.get()->Activate(__uuidof(IAudioEndpointVolume), CLSCTX_INPROC_SERVER, nullptr,
-                                 reinterpret_cast<void **>(volume.put()));
+                                   IID_PPV_ARGS(enumerator.GetAddressOf()))) &&
+        SUCCEEDED(enumerator->GetDefaultAudioEndpoint(device == 0 ? eRender : eCapture, eConsole,
+                                                      endpoint.GetAddressOf())))
+        endpoint->Activate(__uuidof(IAudioEndpointVolume), CLSCTX_INPROC_SERVER, nullptr,
+                           reinterpret_cast<void **>(volume.GetAddressOf()));
     return volume;
 }
 
@@ -69,7 +61,7 @@ Outcome get(int32_t device) {
     const ComScope com;
     const auto endpoint = openEndpoint(device);
     float level = 0;
-    if (endpoint && SUCCEEDED(endpoint.get()->GetMasterVolumeLevelScalar(&level)))
+    if (endpoint && SUCCEEDED(endpoint->GetMasterVolumeLevelScalar(&level)))
         return {static_cast<int32_t>(std::lround(level * 100))};
     return {static_cast<int32_t>(std::min(Knobs::number(valueName(device), kFirstVolume), 100u)),
             kInRegistry};
@@ -82,7 +74,7 @@ Outcome set(int32_t percent, int32_t device) {
     const ComScope com;
     const auto endpoint = openEndpoint(device);
     if (endpoint &&
-        SUCCEEDED(endpoint.get()->SetMasterVolumeLevelScalar(static_cast<float>(limited) / 100, nullptr)))
+        SUCCEEDED(endpoint->SetMasterVolumeLevelScalar(static_cast<float>(limited) / 100, nullptr)))
         return {};
     Knobs::writeNumber(valueName(device), static_cast<uint32_t>(limited));
     return {0, kInRegistry};
@@ -91,7 +83,7 @@ Outcome set(int32_t percent, int32_t device) {
 Outcome setMuted(bool muted) {
     const ComScope com;
     const auto endpoint = openEndpoint(0);
-    if (endpoint && SUCCEEDED(endpoint.get()->SetMute(muted, nullptr)))
+    if (endpoint && SUCCEEDED(endpoint->SetMute(muted, nullptr)))
         return {};
     Knobs::writeNumber(L"PlaybackMuted", muted);
     return {0, kInRegistry};

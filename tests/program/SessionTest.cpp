@@ -200,12 +200,13 @@ void SessionTest::changeLanguage() {
     Sleep(200);
     click("pushButton_2");
     Sleep(300);
-    const POINT dialog{1071 / 2 - 370 / 2, 869 / 2 - 286 / 2};
-    panel.click({dialog.x + 42 + 100, dialog.y + 38 + 68});
+    // The controls stand in a widget of the dialog, 370 x 286 pixels in the middle of the window.
+    const POINT inDialog{1071 / 2 - 370 / 2 + 42, 869 / 2 - 286 / 2 + 38};
+    panel.click({inDialog.x + 100, inDialog.y + 68}); // the list of languages
     Sleep(200);
     panel.press(VK_DOWN);
     panel.press(VK_RETURN);
-    panel.click({dialog.x + 42 + 217, dialog.y + 38 + 186});
+    panel.click({inDialog.x + 217, inDialog.y + 186}); // Confirm
     EXPECT_TRUE(waitUntil([] { return Registry::ReadDwordValue(kProductKey, L"language") == 1; }));
 }
 

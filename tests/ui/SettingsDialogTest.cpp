@@ -1,5 +1,6 @@
 #include "ui/SettingsDialog.h"
 
+#include "helpers/WinHandles.h"
 #include "ui/DialogTest.h"
 #include "ui/LanguageChoice.h"
 #include "ui/VersionDialog.h"
@@ -121,24 +122,23 @@ class ReadOnlyProductKey {
 public:
     ReadOnlyProductKey() {
         RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\QorSoundKit", 0, KEY_ALL_ACCESS | KEY_WOW64_64KEY,
-                      &key_);
+                      key_.put());
         apply(L"D:(A;;KR;;;WD)");
     }
-    ~ReadOnlyProductKey() {
-        apply(L"D:(A;;KA;;;WD)");
-        RegCloseKey(key_);
-    }
+    ~ReadOnlyProductKey() { apply(L"D:(A;;KA;;;WD)"); }
+    ReadOnlyProductKey(const ReadOnlyProductKey &) = delete;
+    ReadOnlyProductKey &operator=(const ReadOnlyProductKey &) = delete;
 
 private:
     void apply(const wchar_t *access) {
         PSECURITY_DESCRIPTOR descriptor = nullptr;
         ASSERT_TRUE(ConvertStringSecurityDescriptorToSecurityDescriptorW(access, SDDL_REVISION_1, &descriptor,
                                                                          nullptr));
-        EXPECT_EQ(RegSetKeySecurity(key_, DACL_SECURITY_INFORMATION, descriptor), ERROR_SUCCESS);
-        LocalFree(descriptor);
+        const UniqueLocalMemory owner(descriptor);
+        EXPECT_EQ(RegSetKeySecurity(key_.get(), DACL_SECURITY_INFORMATION, descriptor), ERROR_SUCCESS);
     }
 
-    HKEY key_ = nullptr;
+    UniqueRegistryKey key_;
 };
 
 TEST_F(SettingsDialogTest, ChoicesThatCannotBeStoredHoldForThisRun) {
