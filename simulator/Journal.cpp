@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr LONGLONG kLargestFile = 4 * 1024 * 1024;
+constexpr LONGLONG kLargestFile = 4 << 20;
 
 std::wstring defaultFolder() {
     wchar_t folder[MAX_PATH] = L"";
@@ -43,7 +43,7 @@ std::string prefix() {
 } // namespace
 
 std::wstring Journal::path() {
-    const std::wstring chosen = Knobs::text(L"JournalPath");
+    std::wstring chosen = Knobs::text(L"JournalPath");
     if (!chosen.empty())
         return chosen;
     const std::wstring folder = defaultFolder();

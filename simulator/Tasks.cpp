@@ -24,7 +24,7 @@ bool isFile(const std::wstring &path) {
 // Empty when the file is in neither place.
 std::wstring findProgram(const wchar_t *fileName, const wchar_t *folder) {
     if (folder && *folder) {
-        const std::wstring path = std::wstring(folder) + L"\\" + fileName;
+        std::wstring path = std::wstring(folder) + L"\\" + fileName;
         if (isFile(path))
             return path;
     }

@@ -87,7 +87,7 @@ std::wstring keyText(const std::wstring &keyPath) {
     std::wstring text = L"\r\n[" + keyPath + L"]\r\n";
     text += valuesText(openKey(keyPath, KEY_QUERY_VALUE).get(), keyPath);
     for (const std::wstring &name : EnumerateSubKeys(keyPath))
-        text += keyText(keyPath + L"\\" + name);
+        text += keyText(std::wstring(keyPath).append(L"\\").append(name));
     return text;
 }
 

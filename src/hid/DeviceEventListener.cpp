@@ -94,6 +94,14 @@ void handleReport(HidDevice &device, uint8_t reportId, std::vector<uint8_t> &rep
     }
 }
 
+void threadProcedure(const std::shared_ptr<SwitchLink> &link) {
+    try {
+        listen(*link);
+    } catch (const std::exception &error) {
+        QOR_LOG(L"device event listener ended: %S", error.what());
+    }
+}
+
 } // namespace
 
 void startDeviceEventListener(const volatile uint8_t *switchByte, QAbstractButton *button) {
@@ -101,13 +109,7 @@ void startDeviceEventListener(const volatile uint8_t *switchByte, QAbstractButto
     auto link = std::make_shared<SwitchLink>(switchByte, button);
     currentLink() = link;
     try {
-        std::thread([link] {
-            try {
-                listen(*link);
-            } catch (const std::exception &error) {
-                QOR_LOG(L"device event listener ended: %S", error.what());
-            }
-        }).detach();
+        std::thread(&threadProcedure, std::move(link)).detach();
     } catch (const std::exception &error) {
         QOR_LOG(L"device event listener did not start: %S", error.what());
     }

@@ -99,7 +99,7 @@ int64_t getFileSize(SOCKET control, const std::string &remotePath) {
 
 std::string getFileTime(SOCKET control, const std::string &remotePath) {
     const FtpReply reply = sendCommand(control, "MDTM " + remotePath);
-    const std::string time = reply.code == 213 ? parseFileTime(reply.text) : std::string();
+    std::string time = reply.code == 213 ? parseFileTime(reply.text) : std::string();
     if (time.empty())
         Diagnostics::printReply("获取文件修改时间失败: ", reply.text);
     return time;

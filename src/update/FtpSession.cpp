@@ -14,7 +14,7 @@ std::string localAddressTowards(const std::string &serverIp) {
     server.sin_family = AF_INET;
     server.sin_port = htons(80);
     inet_pton(AF_INET, serverIp.c_str(), &server.sin_addr);
-    connect(probe.get(), reinterpret_cast<const sockaddr *>(&server), sizeof server);
+    static_cast<void>(connect(probe.get(), reinterpret_cast<const sockaddr *>(&server), sizeof server));
 
     sockaddr_in local{};
     int size = sizeof local;

@@ -56,7 +56,8 @@ DWORD WINAPI threadProcedure(void *argument) {
 } // namespace
 
 void onDownloadProgress(uint32_t stage, int32_t value, uintptr_t context) {
-    auto &screen = *reinterpret_cast<UpdateScreen *>(context);
+    auto &screen =
+        *reinterpret_cast<UpdateScreen *>(context); // NOLINT(performance-no-int-to-ptr): the context's type
     const ProgressDisplay display = progressDisplay(stage, value);
     screen.queueStatus(display.text);
     if (display.bar)
@@ -83,6 +84,6 @@ void downloadInstaller(const InstallerDownload &download) {
 bool startInstallerDownload(std::unique_ptr<InstallerDownload> download) {
     const UniqueHandle thread(CreateThread(nullptr, 0, &threadProcedure, download.get(), 0, nullptr));
     if (thread)
-        download.release();
+        static_cast<void>(download.release()); // the thread owns it
     return static_cast<bool>(thread);
 }

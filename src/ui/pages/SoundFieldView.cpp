@@ -89,7 +89,7 @@ void SoundFieldView::paintEvent(QPaintEvent *) {
     scalePictures();
     QPainter painter(this);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-    painter.translate(width() / 2, height() / 2);
+    painter.translate(QPoint(width() / 2, height() / 2)); // whole pixels keep the pictures sharp
     painter.drawPixmap(topLeftCentred(disc_), disc_);
     painter.setPen(Qt::white);
     for (const Speaker &speaker : speakers_)
