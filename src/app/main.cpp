@@ -24,6 +24,8 @@ void centreOnPrimaryScreen(QWidget &window) {
 
 int runPanel(QApplication &application) {
     QPixmapCache::setCacheLimit(kPictureCache);
+    // A dialog may close while the panel is hidden behind its tray icon.
+    QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setFont(QFont(QStringLiteral("Microsoft YaHei")));
     application.setStyleSheet(QStringLiteral("QPushButton:focus { outline: none; }"));
 
