@@ -1,5 +1,6 @@
 #include "helpers/Registry.h"
 
+#include "helpers/RegistryBytes.h"
 #include "helpers/RegistryKey.h"
 
 #include <limits>
@@ -48,15 +49,6 @@ std::vector<uint8_t> readValue(const std::wstring &keyPath, const std::wstring &
     return bytes;
 }
 
-// Registry text as stored: whole characters, the terminator (if any) included.
-std::wstring asCharacters(const std::vector<uint8_t> &bytes) {
-    std::wstring text;
-    text.reserve(bytes.size() / 2);
-    for (size_t i = 0; i + 1 < bytes.size(); i += 2)
-        text += static_cast<wchar_t>(bytes[i] | bytes[i + 1] << 8);
-    return text;
-}
-
 void writeValue(const std::wstring &keyPath, const std::wstring &valueName, DWORD type, const void *bytes,
                 size_t byteCount) {
     const UniqueRegistryKey key = openKey(keyPath, KEY_SET_VALUE);
@@ -85,17 +77,14 @@ bool KeyExists(std::wstring keyPath) {
 }
 
 std::wstring ReadStringValue(std::wstring keyPath, std::wstring valueName) {
-    std::wstring text = asCharacters(readValue(keyPath, valueName, REG_SZ));
+    std::wstring text = charactersOf(readValue(keyPath, valueName, REG_SZ));
     if (!text.empty() && text.back() == L'\0')
         text.pop_back();
     return text;
 }
 
 uint32_t ReadDwordValue(std::wstring keyPath, std::wstring valueName) {
-    std::vector<uint8_t> bytes = readValue(keyPath, valueName, REG_DWORD);
-    bytes.resize(4); // a damaged value of fewer bytes reads as if zero-extended
-    return static_cast<uint32_t>(bytes[0]) | static_cast<uint32_t>(bytes[1]) << 8 |
-           static_cast<uint32_t>(bytes[2]) << 16 | static_cast<uint32_t>(bytes[3]) << 24;
+    return numberOf(readValue(keyPath, valueName, REG_DWORD));
 }
 
 std::vector<uint8_t> ReadBinaryValue(std::wstring keyPath, std::wstring valueName) {
@@ -107,7 +96,7 @@ void ReadBinaryValue(std::wstring keyPath, std::wstring valueName, std::vector<u
 }
 
 std::vector<std::wstring> ReadMultiStringValue(std::wstring keyPath, std::wstring valueName) {
-    const std::wstring all = asCharacters(readValue(keyPath, valueName, REG_MULTI_SZ));
+    const std::wstring all = charactersOf(readValue(keyPath, valueName, REG_MULTI_SZ));
     std::vector<std::wstring> values;
     for (size_t start = 0; start < all.size();) {
         const size_t end = std::min(all.find(L'\0', start), all.size());

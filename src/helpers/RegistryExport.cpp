@@ -1,5 +1,6 @@
 // Reading a whole key into a text file, and two small queries of the system.
 #include "helpers/Registry.h"
+#include "helpers/RegistryBytes.h"
 #include "helpers/RegistryKey.h"
 #include "helpers/WinHandles.h"
 
@@ -38,16 +39,14 @@ std::wstring hexBytes(const std::vector<uint8_t> &bytes) {
 
 std::wstring valueText(DWORD type, const std::vector<uint8_t> &bytes) {
     if (type == REG_SZ && bytes.size() % 2 == 0) {
-        std::wstring text(reinterpret_cast<const wchar_t *>(bytes.data()), bytes.size() / 2);
+        std::wstring text = charactersOf(bytes);
         while (!text.empty() && text.back() == L'\0')
             text.pop_back();
         return quoted(text);
     }
     wchar_t prefix[32];
     if (type == REG_DWORD && bytes.size() == 4) {
-        const uint32_t value = static_cast<uint32_t>(bytes[0]) | static_cast<uint32_t>(bytes[1]) << 8 |
-                               static_cast<uint32_t>(bytes[2]) << 16 | static_cast<uint32_t>(bytes[3]) << 24;
-        std::swprintf(prefix, 32, L"dword:%08x", value);
+        std::swprintf(prefix, 32, L"dword:%08x", numberOf(bytes));
         return prefix;
     }
     if (type == REG_BINARY)
