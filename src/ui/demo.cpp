@@ -55,6 +55,8 @@ demo::demo(QWidget *parent)
 
 demo::~demo() {
     timers_.stopAll();
+    if (!pages_)
+        return; // ended from the tray while the start fails: there are no settings to write back
     MonitoringTask::follow(false);
     delete volumeWatcher_;
     device_.system.head.monitoringOn = 0;
