@@ -17,6 +17,11 @@ constexpr int kSliderMaximum = 40;
 constexpr uint32_t kPressedColour = 0x6E6E6E;
 constexpr uint32_t kOtherColour = 0x000000;
 
+// The sign is always shown, but for zero.
+QString gainText(int gain) {
+    return gain > 0 ? QLatin1Char('+') + QString::number(gain) : QString::number(gain);
+}
+
 std::u16string toUnits(const QString &name) {
     return name.toStdU16String();
 }
@@ -107,7 +112,7 @@ void EqualizerPage::moveBand(size_t band, int sliderValue) {
     if (context_.volume.volumeUpdating)
         return;
     const int gain = sliderValue - kZeroGain;
-    bands_[band].gain->setText(QString::number(gain));
+    bands_[band].gain->setText(gainText(gain));
     context_.device.extension.gain[band] = static_cast<int8_t>(gain);
     sendGains();
 }
@@ -183,7 +188,7 @@ void EqualizerPage::applyEqPreset(int index) {
 void EqualizerPage::refreshEqSliders() {
     for (size_t band = 0; band < bands_.size(); ++band) {
         bands_[band].slider->setValue(context_.device.extension.gain[band] + kZeroGain);
-        bands_[band].gain->setText(QString::number(context_.device.extension.gain[band]));
+        bands_[band].gain->setText(gainText(context_.device.extension.gain[band]));
     }
 }
 

@@ -54,7 +54,7 @@ protected:
         for (int band = 1; band <= 10; ++band) {
             const int gain = gains[static_cast<size_t>(band - 1)];
             EXPECT_EQ(slider(band)->value(), gain + 20) << band;
-            EXPECT_EQ(label(band), QString::number(gain)) << band;
+            EXPECT_EQ(label(band), (gain > 0 ? "+" : "") + QString::number(gain)) << band;
         }
     }
 
@@ -108,7 +108,7 @@ TEST_F(EqualizerPageTest, ShowsTheBlockAndTheStoreAndSendsNothing) {
     EXPECT_EQ(recorder.writes[3], 0);
     EXPECT_EQ(slider(7)->value(), 40);
     EXPECT_EQ(slider(8)->value(), 0);
-    EXPECT_EQ(label(3) + label(4) + label(5), "01-1");
+    EXPECT_EQ(label(3) + label(4) + label(5), "0+1-1");
     EXPECT_EQ(names(), (QStringList{"a", QString(QChar(0xFEFF)) + "b", "业\r\n"}));
     EXPECT_EQ(form.comboBox->currentIndex(), 1);
     // The two texts with Kangxi radicals, by code point.
