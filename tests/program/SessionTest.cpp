@@ -23,7 +23,9 @@ protected:
 
     void start() {
         panel.start();
-        ASSERT_TRUE(panel.waitForWindow());
+        ASSERT_TRUE(panel.waitForWindow())
+            << (panel.running() ? "still running" : "ended with " + std::to_string(panel.waitForEnd()))
+            << " after " << (panel.ownJournal().empty() ? "no call" : panel.ownJournal().back());
         Sleep(250); // past the one-shot re-layout
     }
 
