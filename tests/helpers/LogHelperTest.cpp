@@ -90,20 +90,6 @@ TEST_F(LogHelperTest, MissingProductKeyIsItselfLogged) {
                             EndsWith("g (f:1): line\r")));
 }
 
-TEST_F(LogHelperTest, StreamsOfAHost) {
-    FILE *stream = std::tmpfile();
-    LogConfigure(stream, true, true, true);
-    LogWrite("f", 1, "g", true, L"a");
-    LogWrite("f", 1, "g", false, L"b");
-    std::rewind(stream);
-    char text[64] = {};
-    std::fread(text, 1, sizeof text - 1, stream);
-    EXPECT_STREQ("(TRACE) a\nb\n", text);
-    EXPECT_THAT(lines(), IsEmpty());
-    forget();
-    std::fclose(stream);
-}
-
 TEST_F(LogHelperTest, UnwritableLogIsSkipped) {
     std::filesystem::create_directory(LogFilePath()); // a folder stands where the file should be
     LogWrite("f", 1, "g", false, L"lost");

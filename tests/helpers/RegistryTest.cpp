@@ -2,13 +2,11 @@
 #include "helpers/RegistryKey.h"
 #include "helpers/SystemMessage.h"
 
-#include <atomic>
 #include <filesystem>
 #include <fstream>
 #include <functional>
 #include <gtest/gtest.h>
 #include <sddl.h>
-#include <thread>
 
 namespace {
 
@@ -171,23 +169,6 @@ TEST_F(RegistryTest, ExportHoldsEveryValueAndSubKey) {
                   L"]\r\n\"bytes\"=hex:01,ab\r\n\"number\"=dword:0000001a\r\n" +
                   L"\"pa\\\\th\"=\"C:\\\\\\\"x\\\"\"\r\n\r\n[" + kRoot + L"\\child]\r\n",
               text);
-}
-
-TEST_F(RegistryTest, ThreadsDoNotDisturbEachOther) {
-    std::atomic<int> wrong{0};
-    std::vector<std::thread> threads;
-    for (uint32_t t = 0; t < 4; ++t) {
-        threads.emplace_back([t, &wrong] {
-            const std::wstring name = L"v" + std::to_wstring(t);
-            for (uint32_t i = 0; i < 200; ++i) {
-                WriteDwordValue(kRoot, name, t * 1000 + i);
-                wrong += ReadDwordValue(kRoot, name) != t * 1000 + i;
-            }
-        });
-    }
-    for (std::thread &thread : threads)
-        thread.join();
-    EXPECT_EQ(0, wrong);
 }
 
 } // namespace

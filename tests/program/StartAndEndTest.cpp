@@ -160,6 +160,16 @@ TEST_F(StartAndEndTest, NoDeviceNoDriverNoRecord) {
     }
 }
 
+TEST_F(StartAndEndTest, WithoutDeviceTheRequestToEndIsWithdrawn) {
+    Registry::WriteDwordValue(kSimulator, L"DeviceCount", 0);
+    Registry::WriteDwordValue(kProductKey, L"exitCmd", 1); // as for an instance that did not answer
+    Panel panel;
+    panel.start();
+    EXPECT_FALSE(panel.answerBox().empty());
+    EXPECT_EQ(0, panel.waitForEnd());
+    EXPECT_EQ(0u, Registry::ReadDwordValue(kProductKey, L"exitCmd"));
+}
+
 TEST_F(StartAndEndTest, NotElevated) {
     Registry::WriteDwordValue(kSimulator, L"ForceElevated", 0);
     for (const DWORD result : {0u, 1u}) {

@@ -105,15 +105,4 @@ TEST_F(SimulatorTest, KnobsWorkWhileTheLibraryIsLoaded) {
     }
 }
 
-TEST_F(SimulatorTest, HelperIsStartedFoundAndStopped) {
-    EXPECT_EQ(_start_task(L"missing.exe", nullptr, 0, nullptr), 0);
-    EXPECT_EQ(_start_task(nullptr, nullptr, 0, nullptr), 0);
-    EXPECT_EQ(_is_task_running(L"normal.exe"), 0);
-    EXPECT_EQ(_start_task(L"normal.exe", L"", 0, nullptr), 1);
-    EXPECT_EQ(_is_task_running(L"NORMAL.EXE"), 1) << "names without regard to case";
-    EXPECT_EQ(_is_task_running(L"norm"), 0) << "whole names only";
-    EXPECT_EQ(_kill_task(L"Normal.exe"), 1);
-    EXPECT_EQ(_is_task_running(L"normal.exe"), 0) << "gone when the call returns";
-}
-
 } // namespace
