@@ -3,7 +3,6 @@
 // counted, never acted on.
 #pragma once
 
-#include <mutex>
 #include <stdexcept>
 #include <thread>
 #include <wrl/client.h>
@@ -11,116 +10,80 @@
 #include <endpointvolume.h>
 #include <mmdeviceapi.h>
 
-class FakeEndpoint : IClassFactory, IMMDeviceEnumerator, IMMDevice, IAudioEndpointVolume {
+// The first methods of Core Audio's interfaces, as far as a watcher calls them.
+struct EnumeratorStart : IUnknown {
+    virtual HRESULT STDMETHODCALLTYPE EnumAudioEndpoints() = 0;
+    virtual HRESULT STDMETHODCALLTYPE GetDefaultAudioEndpoint(EDataFlow flow, ERole role, void **out) = 0;
+};
+struct DeviceStart : IUnknown {
+    virtual HRESULT STDMETHODCALLTYPE Activate(REFIID iid, DWORD context, void *parameters, void **out) = 0;
+};
+struct EndpointVolumeStart : IUnknown {
+    virtual HRESULT STDMETHODCALLTYPE RegisterControlChangeNotify(IAudioEndpointVolumeCallback *added) = 0;
+    virtual HRESULT STDMETHODCALLTYPE UnregisterControlChangeNotify(IAudioEndpointVolumeCallback *old) = 0;
+};
+
+class FakeEndpoint : IClassFactory, EnumeratorStart, DeviceStart, EndpointVolumeStart {
 public:
     FakeEndpoint() {
         if (FAILED(CoRegisterClassObject(__uuidof(MMDeviceEnumerator), static_cast<IClassFactory *>(this),
                                          CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookie_)))
             throw std::runtime_error("cannot take the place of MMDeviceEnumerator");
-        references_ = 0; // those of COM itself do not count
+        references = 0; // those of COM itself do not count
     }
     ~FakeEndpoint() { CoRevokeClassObject(cookie_); }
     FakeEndpoint(const FakeEndpoint &) = delete;
     FakeEndpoint &operator=(const FakeEndpoint &) = delete;
 
-    // Tells the registered callback, if there is one, on the calling thread / on a thread of its own.
-    void notify(float level, bool muted) {
-        if (const auto registered = callback())
-            notify(*registered.Get(), level, muted);
-    }
-    void notifyFromAudioThread(float level, bool muted) {
-        std::thread([=] { notify(level, muted); }).join();
-    }
-    static void notify(IAudioEndpointVolumeCallback &callback, float level, bool muted) {
-        AUDIO_VOLUME_NOTIFICATION_DATA data{};
-        data.bMuted = muted ? TRUE : FALSE;
-        data.fMasterVolume = level;
-        callback.OnNotify(&data);
+    void notifyFromAudioThread(float level, bool muted) const {
+        std::thread([=] {
+            AUDIO_VOLUME_NOTIFICATION_DATA data{};
+            data.bMuted = muted ? TRUE : FALSE;
+            data.fMasterVolume = level;
+            callback->OnNotify(&data);
+        }).join();
     }
 
-    Microsoft::WRL::ComPtr<IAudioEndpointVolumeCallback> callback() {
-        const std::lock_guard lock(lock_);
-        return callback_;
-    }
-    long references() const { return references_; } // held by others, of all interfaces together
+    Microsoft::WRL::ComPtr<IAudioEndpointVolumeCallback> callback; // registered, or null
+    long references = 0;                                           // held by others, of all interfaces
 
 private:
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void **out) override {
-        *out = nullptr;
-        if (iid == __uuidof(IUnknown) || iid == __uuidof(IClassFactory))
-            *out = static_cast<IClassFactory *>(this);
-        else if (iid == __uuidof(IMMDeviceEnumerator))
-            *out = static_cast<IMMDeviceEnumerator *>(this);
-        else if (iid == __uuidof(IAudioEndpointVolume))
-            *out = static_cast<IAudioEndpointVolume *>(this);
-        else
-            return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
+        const bool known = iid == __uuidof(IUnknown) || iid == __uuidof(IClassFactory);
+        return known ? give(static_cast<IClassFactory *>(this), out) : E_NOINTERFACE;
     }
-    ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++references_); }
-    ULONG STDMETHODCALLTYPE Release() override { return static_cast<ULONG>(--references_); }
+    ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++references); }
+    ULONG STDMETHODCALLTYPE Release() override { return static_cast<ULONG>(--references); }
 
+    HRESULT STDMETHODCALLTYPE LockServer(WINBOOL) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown *, REFIID iid, void **out) override {
-        return QueryInterface(iid, out);
+        return iid == __uuidof(IMMDeviceEnumerator) ? give(static_cast<EnumeratorStart *>(this), out)
+                                                    : E_NOINTERFACE;
     }
-    HRESULT STDMETHODCALLTYPE GetDefaultAudioEndpoint(EDataFlow flow, ERole role, IMMDevice **out) override {
-        *out = nullptr;
-        if (flow != eRender || role != eConsole)
-            return E_INVALIDARG;
+    HRESULT STDMETHODCALLTYPE EnumAudioEndpoints() override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetDefaultAudioEndpoint(EDataFlow flow, ERole role, void **out) override {
+        return flow == eRender && role == eConsole ? give(static_cast<DeviceStart *>(this), out)
+                                                   : E_INVALIDARG;
+    }
+    HRESULT STDMETHODCALLTYPE Activate(REFIID iid, DWORD, void *, void **out) override {
+        return iid == __uuidof(IAudioEndpointVolume) ? give(static_cast<EndpointVolumeStart *>(this), out)
+                                                     : E_NOINTERFACE;
+    }
+    HRESULT STDMETHODCALLTYPE RegisterControlChangeNotify(IAudioEndpointVolumeCallback *added) override {
+        callback = added;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE UnregisterControlChangeNotify(IAudioEndpointVolumeCallback *old) override {
+        if (callback.Get() == old)
+            callback.Reset();
+        return S_OK;
+    }
+
+    HRESULT give(IUnknown *part, void **out) {
         AddRef();
-        *out = this;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE Activate(REFIID iid, DWORD, PROPVARIANT *, void **out) override {
-        return QueryInterface(iid, out);
-    }
-    HRESULT STDMETHODCALLTYPE RegisterControlChangeNotify(IAudioEndpointVolumeCallback *callback) override {
-        const std::lock_guard lock(lock_);
-        callback_ = callback;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE UnregisterControlChangeNotify(IAudioEndpointVolumeCallback *callback) override {
-        const std::lock_guard lock(lock_);
-        if (callback_.Get() == callback)
-            callback_.Reset();
+        *out = part;
         return S_OK;
     }
 
-    // What a watcher has no use for.
-    HRESULT STDMETHODCALLTYPE LockServer(WINBOOL) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE EnumAudioEndpoints(EDataFlow, DWORD, IMMDeviceCollection **) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE GetDevice(LPCWSTR, IMMDevice **) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE RegisterEndpointNotificationCallback(IMMNotificationClient *) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE UnregisterEndpointNotificationCallback(IMMNotificationClient *) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE OpenPropertyStore(DWORD, IPropertyStore **) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetId(LPWSTR *) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetState(DWORD *) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetChannelCount(UINT *) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE SetMasterVolumeLevel(FLOAT, LPCGUID) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE SetMasterVolumeLevelScalar(FLOAT, LPCGUID) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetMasterVolumeLevel(FLOAT *) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetMasterVolumeLevelScalar(FLOAT *) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE SetChannelVolumeLevel(UINT, FLOAT, LPCGUID) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE SetChannelVolumeLevelScalar(UINT, FLOAT, LPCGUID) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetChannelVolumeLevel(UINT, FLOAT *) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetChannelVolumeLevelScalar(UINT, FLOAT *) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE SetMute(WINBOOL, LPCGUID) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetMute(WINBOOL *) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetVolumeStepInfo(UINT *, UINT *) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE VolumeStepUp(LPCGUID) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE VolumeStepDown(LPCGUID) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE QueryHardwareSupport(DWORD *) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetVolumeRange(FLOAT *, FLOAT *, FLOAT *) override { return E_NOTIMPL; }
-
-    long references_ = 0;
     DWORD cookie_ = 0;
-    std::mutex lock_; // notifications come from any thread
-    Microsoft::WRL::ComPtr<IAudioEndpointVolumeCallback> callback_;
 };

@@ -8,30 +8,26 @@
 #include "ui_demoClass.h"
 
 #include <gtest/gtest.h>
-
-#include <QMainWindow>
+#include <utility>
 
 class PageTest : public testing::Test {
 protected:
-    PageTest();
+    PageTest() {
+        recorder.reset();
+        form.setupUi(&window);
+    }
 
     PageContext context() { return {window, form, device, volume, language}; }
 
-    // Lets queued signals and posted events arrive.
-    static void settle();
-
     // The calls of the device library since the last time.
-    std::vector<std::string> takeCalls();
+    std::vector<std::string> takeCalls() { return std::exchange(recorder.calls, {}); }
 
     // Whether the widget's own style sheet holds the text.
-    static bool shows(const QWidget *widget, const char *text);
+    static bool shows(const QWidget *widget, const char *text) {
+        return widget->styleSheet().contains(QLatin1String(text));
+    }
 
-    // Of the `count` buttons named by the pattern, number `marked` (0: none) shows the mark.
-    void expectMarked(const char *pattern, int count, int marked,
-                      const char *mark = "border: 1px solid #ef0303;",
-                      const char *none = "border: none;") const;
-
-    DeviceRecorder &recorder;
+    DeviceRecorder &recorder = DeviceRecorder::instance();
     DeviceState device;
     VolumeFlags volume;
     InterfaceLanguage language;

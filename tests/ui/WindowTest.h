@@ -1,0 +1,57 @@
+// The whole main window on a recorded device, and a way to act while one of its dialogs runs an event loop of
+// its own.
+#pragma once
+
+#include "helpers/ProductSettings.h"
+#include "helpers/Registry.h"
+#include "support/DeviceRecorder.h"
+#include "ui/demo.h"
+#include "ui/QmFiles.h"
+
+#include <functional>
+#include <QDialog>
+#include <QTest>
+#include <QTimer>
+
+class WindowTest : public testing::Test {
+protected:
+    WindowTest() {
+        DeviceRecorder::instance().reset();
+        QmFiles::restore();
+        if (Registry::KeyExists(ProductSettings::kProductKey))
+            Registry::DeleteKey(ProductSettings::kProductKey);
+        Registry::CreateKey(ProductSettings::kProductKey);
+    }
+
+    static std::unique_ptr<demo> start(uint32_t language) {
+        ProductSettings::writeDword(L"language", language);
+        auto window = std::make_unique<demo>();
+        window->show();
+        QTest::qWait(150); // the re-layout after construction
+        return window;
+    }
+
+    // Calls `open`, which must run a dialog, and `act` once it is on the screen. A dialog that `act` leaves
+    // open is closed.
+    static void whileDialogRuns(demo &window, const std::function<void()> &open,
+                                const std::function<void(QDialog &)> &act) {
+        bool acted = false;
+        QTimer::singleShot(0, &window, [&] {
+            QTest::qWait(20);
+            const QList<QDialog *> dialogs = window.findChildren<QDialog *>();
+            ASSERT_EQ(dialogs.size(), 1);
+            acted = true;
+            act(*dialogs.first());
+            dialogs.first()->close();
+        });
+        open();
+        EXPECT_TRUE(acted) << "returned without running a dialog";
+        EXPECT_TRUE(window.findChildren<QDialog *>().isEmpty()) << "the dialog was not deleted";
+    }
+
+    template<typename Widget>
+    static Widget &child(QWidget &parent, const char *name) {
+        auto *found = parent.findChild<Widget *>(QString::fromLatin1(name));
+        return found ? *found : throw std::invalid_argument(name);
+    }
+};
