@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <set>
 
 namespace {
 
@@ -40,18 +41,35 @@ HWND find(DWORD process, const wchar_t *className) {
     return search.found;
 }
 
-void send(DWORD flags) {
+// In an unpainted window all pixels are the same.
+bool isPainted(HWND window) {
+    RECT client{};
+    POINT corner{};
+    GetClientRect(window, &client);
+    ClientToScreen(window, &corner);
+    const HDC screen = GetDC(nullptr);
+    std::set<COLORREF> colours;
+    for (int i = 1; i < 16; ++i)
+        colours.insert(GetPixel(screen, corner.x + client.right * i / 16, corner.y + client.bottom * i / 16));
+    ReleaseDC(nullptr, screen);
+    return colours.size() > 1;
+}
+
+// Every event carries its place, so that it arrives there also when the system reports earlier movements of
+// the pointer late.
+void mouse(POINT screen, DWORD flags = 0) {
     INPUT input{};
     input.type = INPUT_MOUSE;
-    input.mi.dwFlags = flags;
+    input.mi.dx = (screen.x * 65536 + 32768) / GetSystemMetrics(SM_CXSCREEN);
+    input.mi.dy = (screen.y * 65536 + 32768) / GetSystemMetrics(SM_CYSCREEN);
+    input.mi.dwFlags = flags | MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
     SendInput(1, &input, sizeof input);
     Sleep(15);
 }
 
-void moveTo(HWND window, POINT position) {
+POINT onScreen(HWND window, POINT position) {
     ClientToScreen(window, &position);
-    SetCursorPos(position.x, position.y);
-    Sleep(15);
+    return position;
 }
 
 void key(WORD code, bool shift = false) {
@@ -144,7 +162,7 @@ bool Panel::waitForWindow(DWORD milliseconds) {
     return waitUntil(
                [this] {
                    window_ = find(processId_, nullptr);
-                   return window_ || !running();
+                   return (window_ && isPainted(window_)) || !running();
                },
                milliseconds) &&
            window_;
@@ -168,31 +186,31 @@ void Panel::kill() {
 }
 
 void Panel::click(POINT position, int times) const {
-    moveTo(window_, position);
+    const POINT place = onScreen(window_, position);
+    mouse(place);
     for (int i = 0; i < times; ++i) {
-        send(MOUSEEVENTF_LEFTDOWN);
-        send(MOUSEEVENTF_LEFTUP);
+        mouse(place, MOUSEEVENTF_LEFTDOWN);
+        mouse(place, MOUSEEVENTF_LEFTUP);
     }
 }
 
 void Panel::rightClick(POINT position) const {
-    moveTo(window_, position);
-    send(MOUSEEVENTF_RIGHTDOWN);
-    send(MOUSEEVENTF_RIGHTUP);
+    const POINT place = onScreen(window_, position);
+    mouse(place);
+    mouse(place, MOUSEEVENTF_RIGHTDOWN);
+    mouse(place, MOUSEEVENTF_RIGHTUP);
 }
 
 void Panel::drag(POINT from, POINT to) const {
-    moveTo(window_, from);
-    send(MOUSEEVENTF_LEFTDOWN);
-    POINT start = from;
-    ClientToScreen(window_, &start);
+    // On the screen, since the window itself may follow the mouse.
+    const POINT start = onScreen(window_, from);
+    const POINT end = onScreen(window_, to);
+    mouse(start);
+    mouse(start, MOUSEEVENTF_LEFTDOWN);
     constexpr int steps = 8;
-    for (int i = 1; i <= steps; ++i) {
-        // On the screen, since the window itself may follow the mouse.
-        SetCursorPos(start.x + (to.x - from.x) * i / steps, start.y + (to.y - from.y) * i / steps);
-        Sleep(15);
-    }
-    send(MOUSEEVENTF_LEFTUP);
+    for (int i = 1; i <= steps; ++i)
+        mouse({start.x + (end.x - start.x) * i / steps, start.y + (end.y - start.y) * i / steps});
+    mouse(end, MOUSEEVENTF_LEFTUP);
 }
 
 void Panel::type(const std::wstring &text) const {
@@ -214,9 +232,13 @@ std::vector<std::string> Panel::ownJournal() const {
     return readJournal(processId_);
 }
 
+HWND Panel::systemDialog() const {
+    return find(processId_, L"#32770");
+}
+
 std::wstring Panel::answerBox(DWORD milliseconds) const {
     HWND box = nullptr;
-    waitUntil([&] { return (box = find(processId_, L"#32770")) != nullptr; }, milliseconds);
+    waitUntil([&] { return (box = systemDialog()) != nullptr; }, milliseconds);
     if (!box)
         return {};
     wchar_t text[512] = L"";

@@ -20,15 +20,15 @@ public:
     Panel(const Panel &) = delete;
     Panel &operator=(const Panel &) = delete;
 
-    // Starts QorSoundKit.exe. waitForWindow: until its main window is visible, ten seconds at most.
+    // Starts QorSoundKit.exe. waitForWindow: until its main window is visible and painted.
     void start();
-    bool waitForWindow(DWORD milliseconds = 10000);
+    bool waitForWindow(DWORD milliseconds = 30000);
     HWND window() const { return window_; }
     DWORD processId() const { return processId_; }
 
     bool running() const;
     // Exit code once the process has ended within the time; -1000 when it has not.
-    int waitForEnd(DWORD milliseconds = 5000) const;
+    int waitForEnd(DWORD milliseconds = 20000) const;
     void kill();
 
     // Coordinates in the main window.
@@ -43,9 +43,11 @@ public:
     // Of one process only.
     std::vector<std::string> ownJournal() const;
 
+    // A message box or another of Windows' own dialogs that the process shows; null when there is none.
+    HWND systemDialog() const;
     // A message box of the process: waits for one, answers it by its first button, gives its text; empty if
     // none.
-    std::wstring answerBox(DWORD milliseconds = 10000) const;
+    std::wstring answerBox(DWORD milliseconds = 30000) const;
 
 private:
     UniqueHandle process_;
@@ -53,9 +55,9 @@ private:
     HWND window_ = nullptr;
 };
 
-// Waits until condition() holds; false after the time-out.
+// Waits until condition() holds; false after the time-out, which is long enough for a busy machine.
 template<typename Condition>
-bool waitUntil(Condition condition, DWORD milliseconds = 5000) {
+bool waitUntil(Condition condition, DWORD milliseconds = 20000) {
     for (DWORD waited = 0; !condition(); waited += 10) {
         if (waited >= milliseconds)
             return false;

@@ -183,9 +183,12 @@ void SessionTest::useUpgradePage() {
     click("bt_y11");
     click("lineEdit_4");
     click("pushButton_10");
-    Sleep(500);
-    panel.press(VK_ESCAPE);
-    Sleep(200);
+    EXPECT_TRUE(waitUntil([&] { return panel.systemDialog() != nullptr; }));
+    EXPECT_TRUE(waitUntil([&] {
+        panel.press(VK_ESCAPE);
+        Sleep(200);
+        return !panel.systemDialog();
+    }));
     click("pushButton_11");
     EXPECT_EQ(L"Please select a DONGLE binary file to update", panel.answerBox());
     click("pushButton_17");

@@ -133,7 +133,7 @@ TEST_F(StartAndEndTest, TwoStartsAtOnceLeaveOneOrBothInOrder) {
     first.start();
     second.start();
     // Whoever came second to the name asks the other to end; nobody hangs and nobody crashes.
-    EXPECT_TRUE(waitUntil([&] { return !first.running() || !second.running(); }, 15000));
+    EXPECT_TRUE(waitUntil([&] { return !first.running() || !second.running(); }));
     Panel &survivor = first.running() ? first : second;
     EXPECT_TRUE(survivor.waitForWindow());
     EXPECT_EQ(0, (first.running() ? second : first).waitForEnd(0));
