@@ -18,7 +18,7 @@ public:
         HWND owner = nullptr;
     };
 
-    // buttonIndex: the button to click, 0 is the leftmost. Gives up after ten seconds without a box.
+    // buttonIndex: the button to click, 0 is the leftmost. Gives up after half a minute without a box.
     explicit BoxAnswerer(size_t buttonIndex) : thread_([this, buttonIndex] { answer(buttonIndex); }) {}
     ~BoxAnswerer() { box(); }
     BoxAnswerer(const BoxAnswerer &) = delete;
@@ -50,7 +50,7 @@ private:
     }
 
     static HWND awaitBox() {
-        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
         HWND window = nullptr;
         while (!(window = findBox()) && std::chrono::steady_clock::now() < end)
             Sleep(10);

@@ -12,6 +12,6 @@ export WINEPATH WINEQT_FORCE_STDERR_LOGGING=1
 [ "$mode" != gui ] || start_display
 
 code=0
-timeout -k 10 "${QORSOUND_TEST_TIMEOUT:-230}" "$WINE" "$program" "$@" </dev/null || code=$?
+timeout -k 10 "${QORSOUND_TEST_TIMEOUT:-580}" "$WINE" "$program" "$@" </dev/null || code=$?
 [ "$code" != 124 ] || printf 'timed out: %s\n' "$program" >&2
 exit "$code"

@@ -28,12 +28,12 @@ copy_prefix "$WINEPREFIX"
 # start_display: a display in memory that holds the panel's window; sets DISPLAY.
 start_display() {
     Xvfb -displayfd 5 -screen 0 1400x1000x24 5>"$work/display" >/dev/null 2>&1 &
-    started+=($!)
-    for _ in $(seq 200); do
-        [ ! -s "$work/display" ] || break
+    local server=$!
+    started+=("$server")
+    until [ -s "$work/display" ]; do
+        kill -0 "$server" 2>/dev/null || die "Xvfb did not start"
         sleep 0.05
     done
-    [ -s "$work/display" ] || die "Xvfb did not start"
     DISPLAY=:$(cat "$work/display")
     export DISPLAY
 }
