@@ -1,9 +1,7 @@
 // The firmware part of the upgrade page on a small window of its own.
 #include "hid/FirmwarePage.h"
-#include "support/BoxAnswerer.h"
 #include "support/DeviceRecorder.h"
 
-#include <array>
 #include <functional>
 #include <gmock/gmock.h>
 #include <QCoreApplication>
@@ -12,13 +10,11 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
-#include <thread>
-#include <vector>
+#include <windows.h>
 
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 // The page's widgets on a window without the rest of the panel.
 struct Panel {
@@ -39,28 +35,6 @@ protected:
     DeviceRecorder &recorder = DeviceRecorder::instance();
     Panel panel;
 };
-
-TEST_F(FirmwarePageTest, WithoutAPathThereIsOnlyAMessage) {
-    const struct {
-        QPushButton &button;
-        const wchar_t *text;
-    } cases[] = {
-        {panel.earphone, L"Please select a EARPHONE binary file to update"},
-        {panel.dongle, L"Please select a DONGLE binary file to update"},
-    };
-    for (const auto &c : cases) {
-        BoxAnswerer answerer(0);
-        c.button.click();
-        EXPECT_TRUE(answerer.box().seen);
-        EXPECT_EQ(answerer.box().text, c.text);
-        EXPECT_EQ(answerer.box().title, L"Error") << "the system's default caption";
-        EXPECT_EQ(answerer.box().buttons.size(), 1u);
-        EXPECT_EQ(answerer.box().owner, nullptr);
-        EXPECT_TRUE(panel.dongle.isEnabled() && panel.earphone.isEnabled());
-        EXPECT_FALSE(panel.page.upgradeInProgress());
-        EXPECT_THAT(recorder.calls, IsEmpty());
-    }
-}
 
 TEST_F(FirmwarePageTest, AStartDisablesBothButtonsAndEndsTheDeviceMonitor) {
     for (QPushButton Panel::*const button : {&Panel::dongle, &Panel::earphone}) {
@@ -110,26 +84,6 @@ TEST_F(FirmwarePageTest, StagesAreShownThroughTheEventLoop) {
         EXPECT_EQ(panel.status.text(), QString::fromLatin1(step.status)) << step.stage;
         EXPECT_EQ(panel.progress.value(), step.progress) << step.stage;
     }
-}
-
-TEST_F(FirmwarePageTest, ReportsOfFourThreadsArriveWholeAndInTheirOrder) {
-    constexpr int kReports = 500; // of each thread
-    std::array<int, 4> last{-1, -1, -1, -1};
-    panel.progress.setRange(0, 4 * kReports);
-    QObject::connect(&panel.progress, &QProgressBar::valueChanged, &panel.window, [&](int value) {
-        EXPECT_EQ(value % kReports, ++last[static_cast<size_t>(value / kReports)]);
-    });
-    std::vector<std::thread> workers;
-    for (int thread = 0; thread < 4; ++thread) {
-        workers.emplace_back([this, thread] {
-            for (int i = 0; i < kReports; ++i)
-                reportUpgradeStage(panel.page, thread * kReports + i, 4);
-        });
-    }
-    for (std::thread &worker : workers)
-        worker.join();
-    QCoreApplication::processEvents();
-    EXPECT_THAT(last, testing::Each(kReports - 1));
 }
 
 TEST_F(FirmwarePageTest, BrowsingPutsTheChosenFileIntoThePath) {

@@ -1,4 +1,4 @@
-// Reports and handles of a receiver on Wine's real HID stack, and the receiver's going away.
+// The transport on Wine's real HID stack: which device it takes, reports, and the receiver's going away.
 #include "hid/HidDevice.h"
 #include "hid/VirtualHid.h"
 #include "support/ProcessHoldings.h"
@@ -19,8 +19,8 @@ constexpr uint32_t kTimeoutMs = 2000;
 constexpr uint8_t kUntouched = 0xEE;
 
 // The receiver's report with data bytes first, first + 1, ...
-Report numbered(uint8_t first, size_t length = 65) {
-    Report report(length);
+Report numbered(uint8_t first) {
+    Report report(65);
     report[0] = kReportId;
     std::iota(report.begin() + 1, report.end(), first);
     return report;
@@ -29,38 +29,52 @@ Report numbered(uint8_t first, size_t length = 65) {
 class HidDeviceTest : public testing::Test {
 protected:
     void SetUp() override {
-        hid.unplugAll();
-        path = hid.plug();
         ASSERT_TRUE(open());
         out.fill(kUntouched);
     }
-    void TearDown() override { hid.unplugAll(); }
 
     bool open() { return device.open(0x040B, 0xF779, 3, kReportId); }
     uint32_t read(uint32_t timeoutMs = kTimeoutMs) { return device.read(out.data(), kReportId, timeoutMs); }
     bool write(const Report &report) { return device.write(report.data() + 1, report[0], 0); }
     bool isUntouched() const { return std::count(out.begin(), out.end(), kUntouched) == 65; }
 
-    // The device is gone for good: every request fails at once.
-    void expectGone() {
-        const DWORD start = GetTickCount();
-        EXPECT_EQ(read(0), 0u);
-        EXPECT_EQ(read(5000), 0u);
-        EXPECT_FALSE(write(numbered(1)));
-        EXPECT_FALSE(device.getFeature(out.data(), 64));
-        EXPECT_FALSE(device.setFeature(out.data(), 64));
-        EXPECT_LT(GetTickCount() - start, 2000u);
-        EXPECT_TRUE(isUntouched());
-        EXPECT_TRUE(device.isOpen()) << "only close and open change it";
-        hid.plug();
-        EXPECT_TRUE(open()) << "the same object opens the device again";
-    }
-
     VirtualHid hid;
-    std::wstring path;
     HidDevice device;
     std::array<uint8_t, 65> out{}; // one byte more than the data of a report
 };
+
+TEST_F(HidDeviceTest, ChoosesByVendorProductInterfaceAndReport) {
+    VirtualHid hexadecimal(L"VID_1234&PID_5678&MI_0A"), interface0(L"VID_040B&PID_F779&MI_00");
+    const struct {
+        const char *what;
+        uint32_t vendorId, productId, interfaceNumber, reportId;
+        VirtualHid *device; // null: none matches
+    } cases[] = {
+        {"all given", 0x040B, 0xF779, 3, 2, &hid},
+        {"any report", 0x040B, 0xF779, 3, 0, &hid},
+        {"a feature report", 0x040B, 0xF779, 3, 3, &hid},
+        {"report absent", 0x040B, 0xF779, 3, 5, nullptr},
+        {"any vendor and product", 0, 0, 10, 2, &hexadecimal},
+        {"other vendor", 0x040C, 0xF779, 3, 2, nullptr},
+        {"other product", 0x040B, 0xF778, 3, 2, nullptr},
+        {"more than 16 bits", 0x1040B, 0xF779, 3, 2, nullptr},
+        {"hexadecimal interface", 0x1234, 0x5678, 10, 2, &hexadecimal},
+        {"its digits as decimal ones", 0x1234, 0x5678, 0x10, 2, nullptr},
+        {"interface 0 with a report", 0x040B, 0xF779, 0, 2, &interface0},
+        {"interface 0 and report 0", 0x040B, 0xF779, 0, 0, nullptr},
+    };
+    for (const auto &c : cases) {
+        EXPECT_EQ(device.open(c.vendorId, c.productId, c.interfaceNumber, c.reportId), c.device != nullptr)
+            << c.what;
+        EXPECT_EQ(device.isOpen(), c.device != nullptr) << c.what;
+        EXPECT_EQ(write(numbered(1)), c.device != nullptr) << c.what;
+        if (c.device) {
+            EXPECT_EQ(c.device->nextWrite(), numbered(1)) << c.what;
+        }
+    }
+    EXPECT_TRUE(HidDevice(0x040B, 0xF779, 3).isOpen());
+    EXPECT_FALSE(HidDevice(0x040B, 0xF779, 0).isOpen());
+}
 
 TEST_F(HidDeviceTest, ReportsCarryTheirIdBesideTheData) {
     hid.input(numbered(10));
@@ -71,6 +85,11 @@ TEST_F(HidDeviceTest, ReportsCarryTheirIdBesideTheData) {
     EXPECT_TRUE(write(numbered(100)));
     EXPECT_EQ(hid.nextWrite(), numbered(100));
     EXPECT_FALSE(write(Report(65, 9))) << "the device has no report 9";
+
+    device.close();
+    EXPECT_EQ(device.inputReportLength(), 65) << "closing keeps the lengths";
+    EXPECT_EQ(read(10), 0u);
+    EXPECT_FALSE(write(numbered(1)));
 }
 
 TEST_F(HidDeviceTest, TimeOutReturnsZeroAndLeavesTheBuffer) {
@@ -121,35 +140,6 @@ TEST_F(HidDeviceTest, DropsTheBacklogOfReports) {
     EXPECT_GE(out[0], 18) << "and these are the newest";
 }
 
-TEST_F(HidDeviceTest, ReportsOfAWrongLengthDoNoHarm) {
-    for (const size_t length : {size_t{1}, size_t{10}, size_t{64}, size_t{66}, size_t{200}}) {
-        hid.input(numbered(1, length));
-        EXPECT_EQ(read(50), 0u) << length;
-        EXPECT_TRUE(isUntouched()) << length;
-    }
-    hid.input(numbered(7));
-    EXPECT_EQ(read(), 65u);
-    EXPECT_EQ(out[0], 7);
-}
-
-TEST_F(HidDeviceTest, ReadsWhileAnotherObjectWrites) {
-    HidDevice other;
-    ASSERT_TRUE(other.openPath(path));
-    constexpr uint8_t kReports = 50;
-    std::thread writer([&] {
-        for (uint8_t i = 0; i < kReports; ++i)
-            EXPECT_TRUE(other.write(numbered(i).data() + 1, kReportId, 0));
-    });
-    for (uint8_t i = 0; i < kReports; ++i) {
-        hid.input(numbered(i));
-        EXPECT_EQ(read(), 65u) << int{i};
-        EXPECT_EQ(out[63], static_cast<uint8_t>(i + 63));
-    }
-    writer.join();
-    for (uint8_t i = 0; i < kReports; ++i)
-        EXPECT_EQ(hid.nextWrite(), numbered(i));
-}
-
 TEST_F(HidDeviceTest, UnpluggedInTheMiddleOfARead) {
     for (const uint32_t timeoutMs : {0u, 60000u}) {
         std::atomic<int> result{-1};
@@ -159,42 +149,47 @@ TEST_F(HidDeviceTest, UnpluggedInTheMiddleOfARead) {
         hid.unplug();
         reader.join();
         EXPECT_EQ(result, 0);
-        expectGone();
+
+        // From now on every request fails at once.
+        const DWORD start = GetTickCount();
+        EXPECT_EQ(read(0) + read(5000), 0u);
+        EXPECT_FALSE(write(numbered(1)));
+        EXPECT_FALSE(device.getFeature(out.data(), 64) || device.setFeature(out.data(), 64));
+        EXPECT_LT(GetTickCount() - start, 2000u);
+        EXPECT_TRUE(isUntouched());
+        EXPECT_TRUE(device.isOpen()) << "only close and open change it";
+        hid.plug();
+        EXPECT_TRUE(open()) << "the same object opens the device again";
     }
 }
 
-TEST_F(HidDeviceTest, UnpluggedInTheMiddleOfAWrite) {
-    hid.holdWrites(true);
-    std::atomic<int> result{-1};
-    std::thread writer([&] { result = device.write(numbered(1).data() + 1, kReportId, 1); });
-    Sleep(150);
-    EXPECT_EQ(result, -1) << "a write has no time-out";
-    hid.unplug();
-    writer.join();
-    EXPECT_EQ(result, 0);
-    hid.holdWrites(false);
-    expectGone();
-}
-
 TEST_F(HidDeviceTest, OpenAndCloseLeakNoHandle) {
-    const auto handles = [] { return ProcessHoldings::of(GetCurrentProcessId()).handles; };
+    // The fewest of some readings: the system's pool threads hold a handle or two for moments.
+    const auto handles = [] {
+        size_t fewest = SIZE_MAX;
+        for (int reading = 0; reading < 10; ++reading) {
+            fewest = std::min(fewest, ProcessHoldings::of(GetCurrentProcessId()).handles);
+            Sleep(20);
+        }
+        return fewest;
+    };
+    constexpr size_t kNoise = 5; // a leak keeps 20 or more
     device.close();
-    handles(); // what the first use of a library keeps is not a leak
     const size_t before = handles();
     ASSERT_GT(before, 0u);
-    for (int cycle = 0; cycle < 1000; ++cycle) {
-        if (cycle % 40 == 0) {
+    for (int cycle = 0; cycle < 200; ++cycle) {
+        if (cycle % 10 == 0) {
             ASSERT_TRUE(open());
             ASSERT_FALSE(device.open(0x040B, 0xF779, 3, 9)) << "rejected at the last test";
         }
-        ASSERT_TRUE(device.openPath(path));
-        if (cycle % 20 == 0)
+        ASSERT_TRUE(device.openPath(hid.path()));
+        if (cycle % 10 == 1)
             read(1);
         if (cycle % 2 == 0)
             device.close();
     }
     device.close();
-    EXPECT_EQ(handles(), before);
+    EXPECT_LE(handles(), before + kNoise);
 }
 
 } // namespace

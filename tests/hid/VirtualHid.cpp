@@ -1,16 +1,19 @@
 #include "hid/VirtualHid.h"
 
 #include "helpers/UniqueResource.h"
+#include "hid/HidHandles.h"
 
 #include <algorithm>
 #include <stdexcept>
 
 namespace {
 
-constexpr wchar_t kRootKey[] = L"System\\CurrentControlSet\\Enum\\ROOT";
+constexpr wchar_t kRootKey[] = L"System\\CurrentControlSet\\Enum\\ROOT\\";
 constexpr wchar_t kInstance[] = L"7&1A2B3C4D&0&0000";
 constexpr DWORD kReenumerateRootDevices = 128; // control code of Wine's driver services
 constexpr unsigned kArrivalTimeoutMs = 5000;
+constexpr uint8_t kControlReportId = 3; // see vhid/driver.c
+constexpr size_t kReportSize = 65;
 
 struct ServiceTraits {
     using Type = SC_HANDLE;
@@ -41,6 +44,15 @@ UniqueService openDriverService() {
         service.reset(OpenServiceW(manager.get(), L"vhid", SERVICE_ALL_ACCESS));
     require(static_cast<bool>(service), "driver service");
     return service;
+}
+
+// Wine's driver services take and give up devices as the registry lists them.
+void reenumerate() {
+    const UniqueService service = openDriverService();
+    require(StartServiceW(service.get(), 0, nullptr) || GetLastError() == ERROR_SERVICE_ALREADY_RUNNING,
+            "start of the driver");
+    SERVICE_STATUS status;
+    require(ControlService(service.get(), kReenumerateRootDevices, &status), "enumeration");
 }
 
 void setText(HKEY key, const wchar_t *name, const std::wstring &text, DWORD type = REG_SZ) {
@@ -75,117 +87,68 @@ bool waitUntil(unsigned timeoutMs, Condition condition) {
 
 } // namespace
 
-VirtualHid::VirtualHid() {
-    const UniqueService service = openDriverService();
-    require(StartServiceW(service.get(), 0, nullptr) || GetLastError() == ERROR_SERVICE_ALREADY_RUNNING,
-            "start of the driver");
-    waitUntil(kArrivalTimeoutMs, [this] {
-        control_ = openDevice(L"\\\\.\\VHidCtl");
-        return static_cast<bool>(control_);
-    });
-    require(static_cast<bool>(control_), "control device");
+VirtualHid::VirtualHid(std::wstring id) : id_(std::move(id)), path_(interfacePath(id_)) {
+    plug();
 }
 
-void VirtualHid::reenumerate() {
-    SERVICE_STATUS status;
-    require(ControlService(openDriverService().get(), kReenumerateRootDevices, &status), "enumeration");
+VirtualHid::~VirtualHid() {
+    if (control_)
+        unplug();
 }
 
-void VirtualHid::unplugAll() {
-    send(VHID_IOCTL_RESET, nullptr, 0);
-    UniqueRegistryKey root;
-    if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, kRootKey, 0, KEY_ALL_ACCESS, root.put()) != ERROR_SUCCESS)
-        return;
-    std::vector<std::wstring> ids;
-    wchar_t name[256];
-    for (DWORD index = 0; RegEnumKeyW(root.get(), index, name, 256) == ERROR_SUCCESS; ++index) {
-        if (std::wstring(name).compare(0, 4, L"VID_") == 0)
-            ids.emplace_back(name);
-    }
-    for (const std::wstring &id : ids)
-        RegDeleteTreeW(root.get(), id.c_str());
-    reenumerate();
-    send(VHID_IOCTL_RESET, nullptr, 0);
-}
-
-std::wstring VirtualHid::plug(const std::wstring &id) {
+void VirtualHid::plug() {
     UniqueRegistryKey key;
-    const std::wstring keyPath = std::wstring(kRootKey) + L"\\" + id + L"\\" + kInstance;
-    const LSTATUS created = RegCreateKeyExW(HKEY_LOCAL_MACHINE, keyPath.c_str(), 0, nullptr, 0,
-                                            KEY_ALL_ACCESS, nullptr, key.put(), nullptr);
+    const LSTATUS created = RegCreateKeyExW(HKEY_LOCAL_MACHINE, (kRootKey + id_ + L"\\" + kInstance).c_str(),
+                                            0, nullptr, 0, KEY_ALL_ACCESS, nullptr, key.put(), nullptr);
     SetLastError(static_cast<DWORD>(created));
     require(created == ERROR_SUCCESS, "device key");
     setText(key.get(), L"ClassGUID", L"{745A17A0-74D3-11D0-B6FE-00A0C90F57DA}");
     setText(key.get(), L"Class", L"HIDClass");
     setText(key.get(), L"Service", L"vhid");
-    setText(key.get(), L"HardwareID", L"ROOT\\" + id, REG_MULTI_SZ);
+    setText(key.get(), L"HardwareID", L"ROOT\\" + id_, REG_MULTI_SZ);
     reenumerate();
-    const std::wstring path = interfacePath(id);
-    require(waitUntil(kArrivalTimeoutMs, [&] { return static_cast<bool>(openDevice(path)); }), "arrival");
-    return path;
+    const auto hasArrived = [this] { return static_cast<bool>(control_ = openDevice(path_)); };
+    require(waitUntil(kArrivalTimeoutMs, hasArrived), "arrival");
 }
 
-void VirtualHid::unplug(const std::wstring &id) {
-    RegDeleteTreeW(HKEY_LOCAL_MACHINE, (std::wstring(kRootKey) + L"\\" + id + L"\\" + kInstance).c_str());
+void VirtualHid::unplug() {
+    control_.reset();
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, (kRootKey + id_).c_str());
     reenumerate();
-    const std::wstring path = interfacePath(id);
-    require(waitUntil(kArrivalTimeoutMs, [&] { return !openDevice(path); }), "removal");
+    require(waitUntil(kArrivalTimeoutMs, [this] { return !openDevice(path_); }), "removal");
+}
+
+VirtualHid::Report VirtualHid::keyEvent(uint8_t state) {
+    Report report{2, 0xFF, 0xFF, 0xFF, 0xFF, 0x01, state};
+    report.resize(kReportSize);
+    return report;
+}
+
+bool VirtualHid::waitForListener() {
+    constexpr unsigned kAnswerTimeoutMs = 300; // the listener pauses for 100 ms after each event
+    bool answered = false;
+    for (int press = 0; press < 50 && !answered; ++press) {
+        input(keyEvent());
+        while (!nextWrite(kAnswerTimeoutMs).empty())
+            answered = true; // and on to the last, since a late answer may be that to an earlier press
+    }
+    return answered;
 }
 
 void VirtualHid::input(const Report &report) {
-    VhidReport request{};
-    request.length = static_cast<ULONG>(std::min(report.size(), sizeof request.bytes));
-    std::copy_n(report.begin(), request.length, request.bytes);
-    send(VHID_IOCTL_INPUT, &request, sizeof request);
+    Report request(1 + kReportSize);
+    request[0] = kControlReportId;
+    std::copy_n(report.begin(), kReportSize, request.begin() + 1);
+    require(HidD_SetFeature(control_.get(), request.data(), static_cast<ULONG>(request.size())), "input");
 }
 
 VirtualHid::Report VirtualHid::nextWrite(unsigned timeoutMs) {
-    VhidReport report{};
-    waitUntil(timeoutMs, [&] {
-        receive(VHID_IOCTL_NEXT_WRITE, &report, sizeof report);
-        return report.length != 0;
-    });
-    return Report(report.bytes, report.bytes + report.length);
-}
-
-void VirtualHid::holdWrites(bool hold) {
-    const ULONG request = hold;
-    send(VHID_IOCTL_HOLD_WRITES, &request, sizeof request);
-}
-
-VhidCounters VirtualHid::counters() {
-    VhidCounters result{};
-    receive(VHID_IOCTL_COUNTERS, &result, sizeof result);
-    return result;
-}
-
-ULONG VirtualHid::settledHandles() {
-    ULONG handles = 0;
-    for (int same = 0; same < 15; ++same) {
-        const ULONG now = counters().openHandles;
-        if (now != handles)
-            same = 0;
-        handles = now;
-        Sleep(10);
-    }
-    return handles;
-}
-
-bool VirtualHid::waitForMoreHandles(ULONG than) {
-    return waitUntil(10000, [&] { return settledHandles() > than; });
-}
-
-void VirtualHid::send(DWORD request, const void *input, size_t length) {
-    control(request, const_cast<void *>(input), length, nullptr, 0);
-}
-
-void VirtualHid::receive(DWORD request, void *output, size_t length) {
-    control(request, nullptr, 0, output, length);
-}
-
-void VirtualHid::control(DWORD request, void *input, size_t inputLength, void *output, size_t outputLength) {
-    DWORD count = 0;
-    require(DeviceIoControl(control_.get(), request, input, static_cast<DWORD>(inputLength), output,
-                            static_cast<DWORD>(outputLength), &count, nullptr),
-            "request");
+    Report answer(1 + kReportSize);
+    const auto hasCome = [&] {
+        answer[0] = kControlReportId;
+        require(HidD_GetFeature(control_.get(), answer.data(), static_cast<ULONG>(answer.size())),
+                "written report");
+        return answer[1] != 0;
+    };
+    return waitUntil(timeoutMs, hasCome) ? Report(answer.begin() + 1, answer.end()) : Report();
 }

@@ -1,8 +1,6 @@
-// Plugs virtual HID devices into the running Wine and plays their part: the program under test, in this
-// process or in another one, sees ordinary devices. All functions throw std::runtime_error when the driver
-// refuses.
-//
-// Devices, written reports and held writes outlive this object and its process: begin with unplugAll().
+// A virtual HID device in the running Wine, and its part of the conversation: the program under test, in this
+// process or in another one, sees an ordinary device. Reports have 64 bytes each way and the ID 2. All
+// functions throw std::runtime_error when Wine refuses.
 #pragma once
 
 #include "helpers/WinHandles.h"
@@ -11,47 +9,36 @@
 #include <string>
 #include <vector>
 
-#include <winioctl.h>
-
-#include "hid/vhid/vhid.h"
-
 class VirtualHid {
 public:
-    using Report = std::vector<uint8_t>; // begins with the report ID
+    using Report = std::vector<uint8_t>; // 65 bytes, the first is the report ID
 
     static constexpr wchar_t kReceiver[] = L"VID_040B&PID_F779&MI_03";
 
-    // Installs and starts the driver where that was not done yet.
-    VirtualHid();
+    // Plugs it in. id in upper case.
+    explicit VirtualHid(std::wstring id = kReceiver);
+    ~VirtualHid();
+    VirtualHid(const VirtualHid &) = delete;
+    VirtualHid &operator=(const VirtualHid &) = delete;
 
-    // Unplugs all virtual devices and forgets written reports and held writes.
-    void unplugAll();
+    // Both return when it has happened.
+    void plug();
+    void unplug();
 
-    // A device with reports of 64 bytes each way and the report ID 2. Returns when it can be opened; its path
-    // as SetupAPI gives it. id in upper case.
-    std::wstring plug(const std::wstring &id = kReceiver);
-    void unplug(const std::wstring &id = kReceiver);
+    // As SetupAPI gives it.
+    const std::wstring &path() const { return path_; }
 
-    // From the device that was plugged last to the program.
+    // The headset's own button was pressed; as answer: with the switch's new state.
+    static Report keyEvent(uint8_t state = 0);
+    // Presses the button until a listener answers, with presses it need not have seen; false when none does.
+    bool waitForListener();
+
+    // From the device to the program.
     void input(const Report &report);
     // From the program to the device: the oldest report not yet asked for; empty when none came in time.
     Report nextWrite(unsigned timeoutMs = 2000);
 
-    // While held, writes do not come to an end.
-    void holdWrites(bool hold);
-    VhidCounters counters();
-
-    // Open handles of virtual devices in all processes, once their number has been the same for 150 ms: a
-    // search opens and closes what it rejects, and the system closes late.
-    ULONG settledHandles();
-    // Until there are more than so many of them; false after ten seconds.
-    bool waitForMoreHandles(ULONG than);
-
 private:
-    void reenumerate();
-    void send(DWORD request, const void *input, size_t length);
-    void receive(DWORD request, void *output, size_t length);
-    void control(DWORD request, void *input, size_t inputLength, void *output, size_t outputLength);
-
+    const std::wstring id_, path_;
     UniqueFileHandle control_;
 };

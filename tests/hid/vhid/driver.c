@@ -1,65 +1,228 @@
-/* vhid.sys: a HID minidriver for Wine whose devices are controlled by a test program (see vhid.h). Devices
- * are root-enumerated; vendor and product ID come from the device's ID. */
-#include "driver.h"
+/* vhid.sys: a HID minidriver for Wine. Its devices are root-enumerated; vendor and product ID come from the
+ * device's ID. A test program plays a device's part through feature report 3, whose data is a whole report
+ * with its ID: setting it sends an input report, getting it takes the oldest report written to the device
+ * (zeros: none). */
+#include "hidport.h"
 
-struct Driver driver;
+#define REPORT_SIZE 65 /* with its ID */
+#define QUEUED_REPORTS 64
 
-NTSTATUS complete(PIRP irp, NTSTATUS status, ULONG_PTR information) {
+struct ReportQueue {
+    ULONG first, count;
+    UCHAR reports[QUEUED_REPORTS][REPORT_SIZE];
+};
+
+/* Lives in the extension of its function device object. No request is completed while the lock is held. */
+struct VirtualDevice {
+    USHORT vendorId, productId;
+    KSPIN_LOCK lock; /* for what follows */
+    BOOLEAN removed;
+    PIRP pendingRead; /* the class driver's one read, waiting for an input report */
+    struct ReportQueue input, written;
+};
+
+/* Vendor-defined collection: reports of 64 bytes each way with ID 2, and feature report 3. */
+static const UCHAR reportDescriptor[] = {
+    0x06, 0x00, 0xFF, 0x09, 0x01, 0xA1, 0x01,       /* usage page FF00, usage 1, application collection */
+    0x15, 0x00, 0x26, 0xFF, 0x00, 0x75, 0x08,       /* logical range 0..255, fields of 8 bits */
+    0x85, 0x02, 0x95, 0x40,                         /* report ID 2, 64 fields */
+    0x09, 0x02, 0x81, 0x02, 0x09, 0x03, 0x91, 0x02, /* input, output */
+    0x85, 0x03, 0x95, 0x41, 0x09, 0x04, 0xB1, 0x02, 0xC0, /* report ID 3, 65 fields, feature; the end */
+};
+
+static struct VirtualDevice *virtualDevice(PDEVICE_OBJECT functionDevice) {
+    return ((HID_DEVICE_EXTENSION *)functionDevice->DeviceExtension)->MiniDeviceExtension;
+}
+
+static NTSTATUS complete(PIRP irp, NTSTATUS status, ULONG_PTR information) {
     irp->IoStatus.Status = status;
     irp->IoStatus.Information = information;
     IoCompleteRequest(irp, IO_NO_INCREMENT);
     return status;
 }
 
-void putReport(struct ReportQueue *queue, const UCHAR *bytes, ULONG length) {
-    struct VhidReport *report;
-
-    if (queue->count == QUEUED_REPORTS)
-        takeReport(queue);
-    report = &queue->reports[(queue->first + queue->count++) % QUEUED_REPORTS];
-    report->length = min(length, VHID_LARGEST_REPORT);
-    memcpy(report->bytes, bytes, report->length);
+static NTSTATUS answer(PIRP irp, const void *bytes, ULONG length) {
+    length = min(length, IoGetCurrentIrpStackLocation(irp)->Parameters.DeviceIoControl.OutputBufferLength);
+    memcpy(irp->UserBuffer, bytes, length);
+    return complete(irp, STATUS_SUCCESS, length);
 }
 
-struct VhidReport takeReport(struct ReportQueue *queue) {
-    struct VhidReport report = {0};
-
-    if (queue->count) {
-        report = queue->reports[queue->first];
-        queue->first = (queue->first + 1) % QUEUED_REPORTS;
-        --queue->count;
-    }
-    return report;
+/* With the lock held. A full queue drops the report. */
+static void put(struct ReportQueue *queue, const UCHAR *report) {
+    if (queue->count < QUEUED_REPORTS)
+        memcpy(queue->reports[(queue->first + queue->count++) % QUEUED_REPORTS], report, REPORT_SIZE);
 }
 
-static void NTAPI unload(PDRIVER_OBJECT object) {
+/* With the lock held. FALSE, and report unchanged, when there is none. */
+static BOOLEAN take(struct ReportQueue *queue, UCHAR *report) {
+    if (!queue->count)
+        return FALSE;
+    memcpy(report, queue->reports[queue->first], REPORT_SIZE);
+    queue->first = (queue->first + 1) % QUEUED_REPORTS;
+    --queue->count;
+    return TRUE;
+}
+
+/* The physical device's ID, "ROOT\VID_040B&PID_F779&MI_03"; from ExAllocatePool. */
+static NTSTATUS queryDeviceId(PDEVICE_OBJECT physical, WCHAR **id) {
+    IO_STATUS_BLOCK result = {0};
+    PIO_STACK_LOCATION stack;
+    KEVENT event;
+    PIRP irp;
+
+    KeInitializeEvent(&event, NotificationEvent, FALSE);
+    if (!(irp = IoBuildSynchronousFsdRequest(IRP_MJ_PNP, physical, NULL, 0, NULL, &event, &result)))
+        return STATUS_NO_MEMORY;
+    irp->IoStatus.Status = STATUS_NOT_SUPPORTED;
+    stack = IoGetNextIrpStackLocation(irp);
+    stack->MinorFunction = IRP_MN_QUERY_ID;
+    stack->Parameters.QueryId.IdType = BusQueryDeviceID;
+    if (IoCallDriver(physical, irp) == STATUS_PENDING)
+        KeWaitForSingleObject(&event, Executive, KernelMode, FALSE, NULL);
+    *id = (WCHAR *)result.Information;
+    return result.Status;
+}
+
+/* The hexadecimal number after a prefix such as L"VID_" that the ID is known to have. */
+static USHORT numberAfter(const WCHAR *id, const WCHAR *prefix) {
+    return (USHORT)wcstoul(wcsstr(id, prefix) + wcslen(prefix), NULL, 16);
+}
+
+static NTSTATUS NTAPI addDevice(PDRIVER_OBJECT object, PDEVICE_OBJECT functionDevice) {
+    struct VirtualDevice *device = virtualDevice(functionDevice);
+    PDEVICE_OBJECT physical = ((HID_DEVICE_EXTENSION *)functionDevice->DeviceExtension)->PhysicalDeviceObject;
+    NTSTATUS status;
+    WCHAR *id;
+
     (void)object;
-    deleteControlDevice();
+    if ((status = queryDeviceId(physical, &id)))
+        return status;
+    memset(device, 0, sizeof *device);
+    device->vendorId = numberAfter(id, L"VID_");
+    device->productId = numberAfter(id, L"PID_");
+    ExFreePool(id);
+    KeInitializeSpinLock(&device->lock);
+    return STATUS_SUCCESS;
+}
+
+static NTSTATUS NTAPI pnp(PDEVICE_OBJECT functionDevice, PIRP irp) {
+    struct VirtualDevice *device = virtualDevice(functionDevice);
+    const UCHAR minor = IoGetCurrentIrpStackLocation(irp)->MinorFunction;
+    PIRP read = NULL;
+    KIRQL irql;
+
+    /* A removal waits for the class driver's reading thread, which waits for its read. */
+    if (minor == IRP_MN_SURPRISE_REMOVAL || minor == IRP_MN_REMOVE_DEVICE) {
+        KeAcquireSpinLock(&device->lock, &irql);
+        device->removed = TRUE;
+        read = device->pendingRead;
+        device->pendingRead = NULL;
+        KeReleaseSpinLock(&device->lock, irql);
+        if (read)
+            complete(read, STATUS_DELETE_PENDING, 0);
+    }
+    IoSkipCurrentIrpStackLocation(irp);
+    return IoCallDriver(((HID_DEVICE_EXTENSION *)functionDevice->DeviceExtension)->NextDeviceObject, irp);
+}
+
+static NTSTATUS readInput(struct VirtualDevice *device, PIRP irp) {
+    NTSTATUS status = STATUS_SUCCESS;
+    UCHAR report[REPORT_SIZE];
+    KIRQL irql;
+
+    KeAcquireSpinLock(&device->lock, &irql);
+    if (device->removed) {
+        status = STATUS_DELETE_PENDING;
+    } else if (!take(&device->input, report)) {
+        IoMarkIrpPending(irp);
+        device->pendingRead = irp;
+        status = STATUS_PENDING;
+    }
+    KeReleaseSpinLock(&device->lock, irql);
+    if (status == STATUS_SUCCESS)
+        return answer(irp, report, REPORT_SIZE);
+    return status == STATUS_PENDING ? status : complete(irp, status, 0);
+}
+
+static void sendInput(struct VirtualDevice *device, const UCHAR *report) {
+    PIRP read;
+    KIRQL irql;
+
+    KeAcquireSpinLock(&device->lock, &irql);
+    read = device->pendingRead;
+    device->pendingRead = NULL;
+    if (!read)
+        put(&device->input, report);
+    KeReleaseSpinLock(&device->lock, irql);
+    if (read)
+        answer(read, report, REPORT_SIZE);
+}
+
+/* Output reports, and the feature report. The packet's buffer begins with the report's ID. */
+static NTSTATUS transfer(struct VirtualDevice *device, PIRP irp, ULONG code) {
+    const HID_XFER_PACKET *packet = irp->UserBuffer;
+    const BOOLEAN isFeature = code != IOCTL_HID_WRITE_REPORT;
+    UCHAR *const report = packet->reportBuffer + isFeature;
+    KIRQL irql;
+
+    if (packet->reportBufferLen < REPORT_SIZE + (ULONG)isFeature)
+        return complete(irp, STATUS_INVALID_PARAMETER, 0);
+    if (code == IOCTL_HID_SET_FEATURE) {
+        sendInput(device, report);
+    } else {
+        KeAcquireSpinLock(&device->lock, &irql);
+        if (code == IOCTL_HID_WRITE_REPORT)
+            put(&device->written, report);
+        else if (!take(&device->written, report))
+            memset(report, 0, REPORT_SIZE);
+        KeReleaseSpinLock(&device->lock, irql);
+    }
+    /* Wine's class driver takes the byte of the report ID off the count of a written report. */
+    return complete(irp, STATUS_SUCCESS, packet->reportBufferLen + !isFeature);
+}
+
+static NTSTATUS NTAPI internalControl(PDEVICE_OBJECT functionDevice, PIRP irp) {
+    struct VirtualDevice *device = virtualDevice(functionDevice);
+    const ULONG code = IoGetCurrentIrpStackLocation(irp)->Parameters.DeviceIoControl.IoControlCode;
+
+    switch (code) {
+    case IOCTL_HID_GET_DEVICE_ATTRIBUTES: {
+        const HID_DEVICE_ATTRIBUTES attributes = {.Size = sizeof attributes,
+                                                  .VendorID = device->vendorId,
+                                                  .ProductID = device->productId,
+                                                  .VersionNumber = 0x0100};
+        return answer(irp, &attributes, sizeof attributes);
+    }
+    case IOCTL_HID_GET_DEVICE_DESCRIPTOR: {
+        const HID_DESCRIPTOR descriptor = {
+            .bLength = sizeof descriptor,
+            .bDescriptorType = HID_HID_DESCRIPTOR_TYPE,
+            .bcdHID = 0x0111,
+            .bNumDescriptors = 1,
+            .DescriptorList = {{HID_REPORT_DESCRIPTOR_TYPE, sizeof reportDescriptor}}};
+        return answer(irp, &descriptor, sizeof descriptor);
+    }
+    case IOCTL_HID_GET_REPORT_DESCRIPTOR:
+        return answer(irp, reportDescriptor, sizeof reportDescriptor);
+    case IOCTL_HID_READ_REPORT:
+        return readInput(device, irp);
+    case IOCTL_HID_WRITE_REPORT:
+    case IOCTL_HID_GET_FEATURE:
+    case IOCTL_HID_SET_FEATURE:
+        return transfer(device, irp, code);
+    default:
+        return complete(irp, STATUS_NOT_SUPPORTED, 0);
+    }
 }
 
 NTSTATUS NTAPI DriverEntry(PDRIVER_OBJECT object, PUNICODE_STRING registryPath) {
-    static const UCHAR hooked[] = {IRP_MJ_CREATE, IRP_MJ_CLOSE, IRP_MJ_WRITE, IRP_MJ_DEVICE_CONTROL};
     HID_MINIDRIVER_REGISTRATION registration = {.Revision = HID_REVISION,
                                                 .DriverObject = object,
                                                 .RegistryPath = registryPath,
                                                 .DeviceExtensionSize = sizeof(struct VirtualDevice)};
-    NTSTATUS status;
-    ULONG i;
 
-    KeInitializeSpinLock(&driver.lock);
-    InitializeListHead(&driver.heldWrites);
     object->DriverExtension->AddDevice = addDevice;
-    object->DriverUnload = unload;
     object->MajorFunction[IRP_MJ_PNP] = pnp;
     object->MajorFunction[IRP_MJ_INTERNAL_DEVICE_CONTROL] = internalControl;
-    if ((status = HidRegisterMinidriver(&registration)))
-        return status;
-
-    /* The class driver has taken the dispatch table over; step in front of it for the control device and for
-     * held writes. */
-    for (i = 0; i < sizeof hooked; ++i) {
-        driver.classDispatch[hooked[i]] = object->MajorFunction[hooked[i]];
-        object->MajorFunction[hooked[i]] = hook;
-    }
-    return createControlDevice(object);
+    return HidRegisterMinidriver(&registration);
 }
