@@ -1,16 +1,11 @@
-// Microphone, voice effects and noise reduction: settings of the system block, Windows' level and the helper
-// process.
+// The microphone page: settings of the system block, Windows' level and the helper process.
 #include "ui/pages/MicrophonePage.h"
-#include "ui/pages/NoiseReductionPage.h"
 #include "ui/pages/PageTest.h"
-#include "ui/pages/VoiceEffectsPage.h"
 
-#include <gmock/gmock.h>
+#include <functional>
+#include <limits>
 
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 using Calls = std::vector<std::string>;
 
@@ -19,9 +14,9 @@ constexpr char kStart[] = "_start_task(normal.exe, \"\", 0, null)";
 constexpr char kKill[] = "_kill_task(normal.exe)";
 constexpr char kWrite[] = "setDeviceProperty(1)";
 
-using MicrophonePagesTest = PageTest;
+using MicrophonePageTest = PageTest;
 
-TEST_F(MicrophonePagesTest, MicrophoneControlsSendInOrder) {
+TEST_F(MicrophonePageTest, ControlsSendInOrder) {
     SystemHead &head = device.system.head;
     head.micLevel = std::numeric_limits<int32_t>::min(); // beyond the slider: shown and sent as stored
     head.monitorLevel = 25;
@@ -62,26 +57,6 @@ TEST_F(MicrophonePagesTest, MicrophoneControlsSendInOrder) {
         EXPECT_EQ(shows(form.pushButton_15, "silent-volumeHigh.png"), step.muted);
         EXPECT_EQ(shows(form.pushButton_16, "silent-volumeHigh.png"), !step.monitoring);
     }
-}
-
-TEST_F(MicrophonePagesTest, EffectsAreOfferedWhileTheirSwitchIsOn) {
-    const VoiceEffectsPage voices(context(), nullptr);
-    const NoiseReductionPage noise(context(), nullptr);
-    for (const bool on : {true, false, true}) {
-        form.pushButton_8->click();
-        form.pushButton_29->click();
-        EXPECT_THAT(takeCalls(), ElementsAre(kWrite, kWrite));
-        EXPECT_EQ(form.checkBox_6->isChecked(), on); // says and does the same as the switch
-        EXPECT_EQ(form.btn_mh1->isEnabled(), on);
-        EXPECT_EQ(form.horizontalSlider_17->isEnabled(), on);
-    }
-    form.btn_mh3->click();
-    EXPECT_THAT(takeCalls(), ElementsAre(kWrite));
-    form.horizontalSlider_17->setValue(90);
-    EXPECT_THAT(takeCalls(), ElementsAre(kWrite));
-    form.pushButton_31->click();
-    EXPECT_EQ(form.horizontalSlider_17->value(), 50);
-    EXPECT_THAT(takeCalls(), IsEmpty()) << "the default level arrives with the next write";
 }
 
 } // namespace
