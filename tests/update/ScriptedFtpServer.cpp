@@ -1,7 +1,6 @@
 #include "update/ScriptedFtpServer.h"
 
-#include "update/FtpReply.h"
-
+#include <algorithm>
 #include <chrono>
 
 namespace {
@@ -9,21 +8,11 @@ namespace {
 constexpr uint32_t kPatienceMs = 2000;
 constexpr auto kPause = std::chrono::milliseconds(100); // what was sent arrives as a segment of its own
 
-sockaddr_in loopback(int32_t port) {
+UniqueSocket listenOnLoopback(uint32_t &port) {
+    UniqueSocket listener(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP));
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    address.sin_port = htons(static_cast<u_short>(port));
-    return address;
-}
-
-UniqueSocket tcpSocket() {
-    return UniqueSocket(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP));
-}
-
-UniqueSocket listenOnLoopback(uint32_t &port) {
-    UniqueSocket listener = tcpSocket();
-    sockaddr_in address = loopback(0);
     int size = sizeof address;
     if (bind(listener.get(), reinterpret_cast<sockaddr *>(&address), size) != 0 ||
         listen(listener.get(), 4) != 0 ||
@@ -46,15 +35,9 @@ UniqueSocket acceptWithin(SOCKET listener, uint32_t milliseconds) {
     return peer;
 }
 
+// A blocking send takes all of it.
 bool sendAll(SOCKET to, const std::string &bytes) {
-    size_t sent = 0;
-    while (sent < bytes.size()) {
-        const int count = send(to, bytes.data() + sent, static_cast<int>(bytes.size() - sent), 0);
-        if (count <= 0)
-            return false;
-        sent += static_cast<size_t>(count);
-    }
-    return true;
+    return send(to, bytes.data(), static_cast<int>(bytes.size()), 0) == static_cast<int>(bytes.size());
 }
 
 // Without the line end; empty at the end of the connection.
@@ -100,7 +83,6 @@ std::vector<std::string> ScriptedFtpServer::commands() const {
 
 void ScriptedFtpServer::serve() {
     while (!stopping_) {
-        activePort_ = 0;
         control_ = acceptWithin(listener_.get(), 20);
         if (!control_)
             continue;
@@ -108,7 +90,7 @@ void ScriptedFtpServer::serve() {
             const std::lock_guard<std::mutex> lock(mutex_);
             script_ = nextScript_;
         }
-        bool goesOn = carryOut(stepAt({"GREETING"}, "220 ready\r\n"));
+        bool goesOn = carryOut(stepAt("GREETING", "220 ready\r\n"));
         while (goesOn) {
             const std::string line = receiveLine(control_.get());
             goesOn = !line.empty() && handle(line);
@@ -117,11 +99,9 @@ void ScriptedFtpServer::serve() {
     }
 }
 
-FtpStep ScriptedFtpServer::stepAt(std::initializer_list<std::string> names, const std::string &usual) const {
-    for (const std::string &name : names)
-        if (const auto found = script_.steps.find(name); found != script_.steps.end())
-            return found->second;
-    return {usual};
+FtpStep ScriptedFtpServer::stepAt(const std::string &name, const std::string &usual) const {
+    const auto found = script_.steps.find(name);
+    return found == script_.steps.end() ? FtpStep{usual} : found->second;
 }
 
 bool ScriptedFtpServer::carryOut(const FtpStep &step) {
@@ -129,11 +109,7 @@ bool ScriptedFtpServer::carryOut(const FtpStep &step) {
         receiveToTheEnd(control_.get()); // until the client has gone
     if (step.action != FtpStep::Replies)
         return false;
-    if (step.splitAt > 0) {
-        sendAll(control_.get(), step.reply.substr(0, step.splitAt));
-        std::this_thread::sleep_for(kPause);
-    }
-    return sendAll(control_.get(), step.reply.substr(step.splitAt));
+    return sendAll(control_.get(), step.reply);
 }
 
 bool ScriptedFtpServer::handle(const std::string &line) {
@@ -144,28 +120,21 @@ bool ScriptedFtpServer::handle(const std::string &line) {
     const size_t blank = line.find(' ');
     const std::string command = line.substr(0, blank);
     const std::string path = blank == std::string::npos ? "" : line.substr(blank + 1);
-    const FtpStep step = stepAt({line, command}, usualReply(command, path));
+    const FtpStep step = stepAt(command, usualReply(command, path));
     if (!carryOut(step))
         return false;
-    const bool transfers = command == "RETR" || command == "STOR";
-    if (transfers && step.reply.front() == '1' && !script_.opensNoData)
+    if (command == "RETR" && step.reply.front() == '1')
         return transfer(path);
     return command != "QUIT";
 }
 
 bool ScriptedFtpServer::transfer(const std::string &path) {
-    UniqueSocket data;
-    if (activePort_ > 0) {
-        data = tcpSocket();
-        const sockaddr_in address = loopback(activePort_);
-        connect(data.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address);
-    } else {
-        data = acceptWithin(dataListener_.get(), kPatienceMs);
-    }
-    const std::vector<std::string> &pieces = script_.files[path]; // none for an upload
-    for (const std::string &piece : pieces) {
+    UniqueSocket data = acceptWithin(dataListener_.get(), kPatienceMs);
+    const std::string &file = script_.files[path];
+    for (size_t at = 0; at < file.size(); at += std::min(script_.pieceSize, file.size() - at)) {
+        const std::string piece = file.substr(at, script_.pieceSize);
         sendAll(data.get(), piece);
-        if (pieces.size() > 1 || script_.resetsData)
+        if (piece.size() == script_.pieceSize || script_.resetsData)
             std::this_thread::sleep_for(kPause);
     }
     if (script_.resetsData) {
@@ -177,7 +146,7 @@ bool ScriptedFtpServer::transfer(const std::string &path) {
         receiveToTheEnd(data.get());
     }
     data.reset();
-    return carryOut(stepAt({"FINAL"}, "226 done\r\n"));
+    return carryOut(stepAt("FINAL", "226 done\r\n"));
 }
 
 std::string ScriptedFtpServer::usualReply(const std::string &command, const std::string &path) {
@@ -187,22 +156,14 @@ std::string ScriptedFtpServer::usualReply(const std::string &command, const std:
         return "227 Entering Passive Mode (10,9,8,7," + std::to_string(port / 256) + "," +
                std::to_string(port % 256) + ")\r\n"; // the client must not connect to that address
     }
-    if (command == "PORT") {
-        activePort_ = parsePassivePort("(" + path + ")");
-        return "200 ok\r\n";
-    }
     if (command == "SIZE") {
         const auto file = script_.files.find(path);
-        if (file == script_.files.end())
-            return "550 no such file\r\n";
-        size_t size = 0;
-        for (const std::string &piece : file->second)
-            size += piece.size();
-        return "213 " + std::to_string(size) + "\r\n";
+        return file == script_.files.end() ? "550 no such file\r\n"
+                                           : "213 " + std::to_string(file->second.size()) + "\r\n";
     }
     static const std::map<std::string, std::string> usual = {
         {"USER", "331 password?\r\n"}, {"PASS", "230 welcome\r\n"}, {"TYPE", "200 ok\r\n"},
-        {"RETR", "150 coming\r\n"},    {"STOR", "150 send\r\n"},    {"QUIT", "221 bye\r\n"},
+        {"RETR", "150 coming\r\n"},    {"QUIT", "221 bye\r\n"},
     };
     const auto found = usual.find(command);
     return found == usual.end() ? "500 what?\r\n" : found->second;

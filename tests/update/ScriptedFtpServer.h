@@ -15,19 +15,17 @@
 // What the server does at one step of a session.
 struct FtpStep {
     enum Action { Replies, Closes, StaysSilent };
-    std::string reply;  // sent as it stands
-    size_t splitAt = 0; // when not 0: the reply comes in two pieces, the first of so many bytes
+    std::string reply; // sent as it stands
     Action action = Replies;
 };
 
 struct FtpScript {
-    // Instead of the usual behaviour. Steps are "GREETING", a command's whole line or its name, and "FINAL"
-    // for the reply that ends a transfer.
+    // Instead of the usual behaviour. Steps are "GREETING", a command's name, and "FINAL" for the reply that
+    // ends a transfer.
     std::map<std::string, FtpStep> steps;
-    // By the path as the client writes it: the pieces that are sent, with pauses between them.
-    std::map<std::string, std::vector<std::string>> files;
-    bool opensNoData = false; // replies to RETR, and does nothing about it
-    bool resetsData = false;  // ends the data connection with a reset
+    std::map<std::string, std::string> files; // bytes by the path as the client writes it
+    size_t pieceSize = SIZE_MAX;              // files are sent in pieces with a pause after each whole one
+    bool resetsData = false;                  // ends the data connection with a reset
 };
 
 class ScriptedFtpServer {
@@ -41,7 +39,7 @@ public:
 
 private:
     void serve();
-    FtpStep stepAt(std::initializer_list<std::string> names, const std::string &usual) const;
+    FtpStep stepAt(const std::string &name, const std::string &usual) const;
     std::string usualReply(const std::string &command, const std::string &path);
     // These return false when the session is over.
     bool carryOut(const FtpStep &step);
@@ -60,7 +58,6 @@ private:
     FtpScript script_;
     UniqueSocket control_;
     UniqueSocket dataListener_; // after PASV
-    int32_t activePort_ = 0;    // after PORT
 
     std::thread thread_;
 };
