@@ -3,6 +3,7 @@
 #include "helpers/WinHandles.h"
 #include "hid/VirtualHid.h"
 
+#include <algorithm>
 #include <atomic>
 #include <gtest/gtest.h>
 #include <memory>
@@ -50,9 +51,14 @@ TEST(DeviceEventListener, TouchesNoClosedWindowAndPollsALostDeviceAtItsUsualPace
 
     hid.unplug();
     Sleep(200);
-    const uint64_t before = processorTime();
-    Sleep(1000);
-    EXPECT_LT(processorTime() - before, 100u) << "an unplugged device burns a core";
+    uint64_t used =
+        1000; // in the quietest of some seconds: a busy machine charges some of its time to others
+    for (int second = 0; second < 4 && used >= 100; ++second) {
+        const uint64_t before = processorTime();
+        Sleep(1000);
+        used = std::min(used, processorTime() - before);
+    }
+    EXPECT_LT(used, 100u) << "an unplugged device burns a core";
 }
 
 } // namespace
