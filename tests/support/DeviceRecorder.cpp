@@ -64,7 +64,8 @@ int32_t init(uint32_t key) {
 }
 
 int32_t getDeviceCount(uint32_t key) {
-    return record("getDeviceCount()", key).deviceCount;
+    record("getDeviceCount()", key);
+    return 1;
 }
 
 int32_t getDeviceInfo(int32_t index, void *deviceInfo, uint32_t key) {
@@ -82,9 +83,6 @@ int32_t setDeviceProperty(void *deviceInfo, int32_t type, void *block, uint32_t 
         keep(block, recorder.sound, info.sound);
     else if (type == 3)
         keep(block, recorder.extension, info.extension);
-    ++recorder.writes.at(static_cast<size_t>(type));
-    if (recorder.onWrite)
-        recorder.onWrite();
     return 0;
 }
 
@@ -94,11 +92,7 @@ int32_t releaseDeviceInfo(void *, uint32_t key) {
 }
 
 int32_t _exec_usb_encrypt(uint32_t key, uint32_t *id1, uint32_t *id2, uint32_t *id3, uint32_t *id4) {
-    DeviceRecorder &recorder = record(line("_exec_usb_encrypt", *id1, *id2, *id3, *id4), key);
-    *id1 = recorder.usbIds.id[0];
-    *id2 = recorder.usbIds.id[1];
-    *id3 = recorder.usbIds.id[2];
-    *id4 = recorder.usbIds.id[3];
+    record(line("_exec_usb_encrypt", *id1, *id2, *id3, *id4), key);
     return 0;
 }
 
@@ -108,7 +102,6 @@ int32_t _hid_trans_data(uint32_t key, uint32_t id1, uint32_t id2, uint32_t id3, 
     std::array<uint8_t, 64> report{};
     std::memcpy(report.data(), output, report.size());
     recorder.reports.push_back(report);
-    recorder.repliesWanted.push_back(input != nullptr);
     if (input)
         std::memcpy(input, recorder.reply.data(), recorder.reply.size());
     return recorder.transferResult;
@@ -147,7 +140,8 @@ int32_t _SetMasterMute(int32_t muted, int32_t reserved) {
 }
 
 int32_t _IsAlreadyRun(const wchar_t *mutexName) {
-    return record("_IsAlreadyRun(" + narrow(mutexName) + ")").alreadyRuns;
+    record("_IsAlreadyRun(" + narrow(mutexName) + ")");
+    return 0;
 }
 
 int32_t _IsRunningAsAdmin() {

@@ -23,25 +23,19 @@ public:
     std::vector<uint32_t> callTimes; // milliseconds (GetTickCount) of each call
     size_t countOf(const std::string &prefix) const;
 
-    // What setDeviceProperty received last, by type; counts by type.
+    // What setDeviceProperty received last, by type.
     SystemBlock system{};
     SoundBlock sound{};
     ExtBlock extension{};
-    std::array<int, 4> writes{};
 
     // Reports given to _hid_trans_data, and the answer to the next ones.
     std::vector<std::array<uint8_t, 64>> reports;
-    std::vector<bool> repliesWanted; // which of them came with an input buffer
     std::array<uint8_t, 64> reply{};
     int32_t transferResult = 64;
 
     // Answers.
     DeviceInfo info{};         // copied out by getDeviceInfo
     bool updatesImage = false; // setDeviceProperty writes through to the caller's DeviceInfo
-    int32_t deviceCount = 1;
     int32_t taskRunning = 0;
-    int32_t alreadyRuns = 0;
-    UsbIds usbIds{{0x040B, 0xF779, 3, 2}};
-    std::function<void()> onWrite;                   // called inside setDeviceProperty
     std::function<void(int32_t volume)> onSetVolume; // called inside _SetVolum
 };
