@@ -202,7 +202,6 @@ void Panel::rightClick(POINT position) const {
 }
 
 void Panel::drag(POINT from, POINT to) const {
-    // On the screen, since the window itself may follow the mouse.
     const POINT start = onScreen(window_, from);
     const POINT end = onScreen(window_, to);
     mouse(start);
@@ -211,6 +210,28 @@ void Panel::drag(POINT from, POINT to) const {
     for (int i = 1; i <= steps; ++i)
         mouse({start.x + (end.x - start.x) * i / steps, start.y + (end.y - start.y) * i / steps});
     mouse(end, MOUSEEVENTF_LEFTUP);
+}
+
+bool Panel::dragWindow(POINT from, POINT by) const {
+    RECT frame{};
+    GetWindowRect(window_, &frame);
+    const POINT wanted{frame.left + by.x, frame.top + by.y};
+    const POINT start = onScreen(window_, from);
+    const POINT end{start.x + by.x, start.y + by.y};
+    mouse(start);
+    mouse(start, MOUSEEVENTF_LEFTDOWN);
+    mouse({start.x + by.x / 2, start.y + by.y / 2});
+    // With small movements at the end, as a hand makes them: on a busy system the window overtakes the mouse,
+    // and the next movement brings it back.
+    const bool follows = waitUntil([&] {
+        mouse({end.x + 1, end.y});
+        mouse(end);
+        Sleep(30);
+        GetWindowRect(window_, &frame);
+        return frame.left == wanted.x && frame.top == wanted.y;
+    });
+    mouse(end, MOUSEEVENTF_LEFTUP);
+    return follows;
 }
 
 void Panel::type(const std::wstring &text) const {

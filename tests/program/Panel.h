@@ -35,6 +35,8 @@ public:
     void click(POINT position, int times = 1) const;
     void rightClick(POINT position) const;
     void drag(POINT from, POINT to) const;
+    // Drags the window itself; false when it does not follow the mouse.
+    bool dragWindow(POINT from, POINT by) const;
     void type(const std::wstring &text) const; // ASCII letters, digits, '-' and blanks
     void press(WORD virtualKey) const;
 
