@@ -40,13 +40,14 @@ protected:
     }
 
     // Drags a slider's handle. The stored field is the slider's value plus `offset`, as exactly as a mouse
-    // can aim.
+    // can aim: where a step is several pixels wide, only the end of the movement will do.
     void slide(const std::string &slider, int from, int to, const Field &field, int minimum = 0,
                int maximum = 100, int offset = 0) {
         used_.insert(slider);
         const POINT start = map.sliderPoint(slider.c_str(), from, minimum, maximum);
         panel.drag(start, map.sliderPoint(slider.c_str(), to, minimum, maximum));
-        expectStored(slider, field, to + offset, (maximum - minimum) / 50 + 1);
+        const int range = maximum - minimum;
+        expectStored(slider, field, to + offset, range > 50 ? range / 50 + 1 : 0);
     }
 
     static void expectStored(const std::string &control, const Field &field, int wanted, int tolerance) {
