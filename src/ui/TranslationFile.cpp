@@ -10,16 +10,11 @@
 namespace {
 
 constexpr std::string_view kMagic("\x3c\xb8\x64\x18\xca\xef\x9c\x95\xcd\x21\x1c\xbf\x60\xa1\xbd\xdd", 16);
+constexpr size_t kSectionHead = 5; // QTranslator ignores a shorter rest
+constexpr uint32_t kNoText = 0xFFFFFFFF;
 
-enum SectionTag : uint8_t { kHashes = 0x42, kMessages = 0x69, kNumerusRules = 0x88, kLanguage = 0xa7 };
-enum FieldTag : uint8_t {
-    kEnd = 1,
-    kTranslation = 3,
-    kObsolete = 5,
-    kSourceText = 6,
-    kContext = 7,
-    kComment = 8
-};
+enum SectionTag : uint8_t { kContexts = 0x2f, kHashes = 0x42, kMessages = 0x69, kDependencies = 0x96 };
+enum FieldTag : uint8_t { kTranslation = 3, kObsolete = 5, kSourceText = 6, kContext = 7, kComment = 8 };
 
 // Takes numbers and stretches of bytes from the front; after a request for more than is left, failed() stays
 // true.
@@ -29,6 +24,7 @@ public:
 
     bool failed() const { return failed_; }
     bool atEnd() const { return rest_.empty(); }
+    size_t left() const { return rest_.size(); }
 
     std::string_view take(size_t count) {
         if (count > rest_.size()) {
@@ -52,28 +48,44 @@ private:
     bool failed_ = false;
 };
 
+// QTranslator gives a message up at a tag that it does not know. So it does after the length of a text
+// without characters: it goes back by one byte and takes that for a tag.
 bool isSoundMessage(std::string_view messages, uint32_t offset) {
     if (offset >= messages.size())
         return false;
     Reader reader(messages.substr(offset));
-    while (!reader.failed()) {
-        switch (reader.number(1)) {
-        case kEnd:
-            return !reader.failed();
+    for (;;) {
+        const uint32_t tag = reader.number(1);
+        switch (tag) {
         case kObsolete:
             reader.take(4);
             break;
         case kTranslation:
         case kSourceText:
         case kContext:
-        case kComment:
-            reader.take(reader.number(4));
+        case kComment: {
+            const uint32_t length = reader.number(4);
+            if (tag == kTranslation && length == kNoText)
+                return true;
+            reader.take(length);
             break;
-        default:
-            return false;
         }
+        default: // the end tag as well
+            return !reader.failed();
+        }
+        if (reader.failed())
+            return false;
     }
-    return false;
+}
+
+bool areSoundMessages(std::string_view hashes, std::string_view messages) {
+    Reader pairs(hashes);
+    while (!pairs.atEnd()) {
+        pairs.number(4); // the hash
+        if (!isSoundMessage(messages, pairs.number(4)) || pairs.failed())
+            return false;
+    }
+    return !hashes.empty();
 }
 
 } // namespace
@@ -84,23 +96,18 @@ bool isSoundTranslationFile(const char *bytes, size_t byteCount) {
         return false;
     std::string_view hashes;
     std::string_view messages;
-    while (!file.atEnd()) {
+    while (file.left() >= kSectionHead) {
         const uint32_t tag = file.number(1);
-        const std::string_view section = file.take(file.number(4));
-        if (file.failed())
+        const uint32_t length = file.number(4);
+        if (tag == 0 || length == 0)
+            break;
+        const std::string_view section = file.take(length);
+        if (file.failed() || tag == kContexts || tag == kDependencies)
             return false;
         if (tag == kHashes)
             hashes = section;
         else if (tag == kMessages)
             messages = section;
-        else if (tag != kNumerusRules && tag != kLanguage)
-            return false;
     }
-    Reader pairs(hashes);
-    while (!pairs.atEnd()) {
-        pairs.number(4); // the hash
-        if (!isSoundMessage(messages, pairs.number(4)) || pairs.failed())
-            return false;
-    }
-    return !hashes.empty();
+    return areSoundMessages(hashes, messages);
 }

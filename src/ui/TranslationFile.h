@@ -4,6 +4,7 @@
 
 #include <cstddef>
 
-// True when every text that the file can be asked for lies inside it. Files with sections that our build does
-// not make (dependencies on other files, the context table of compressed files) count as unsound.
+// True when every text that the file can be asked for lies inside it. Files that depend on others, which
+// QTranslator would load itself, and compressed ones, whose context table need not have an end, count as
+// unsound.
 bool isSoundTranslationFile(const char *bytes, size_t byteCount);

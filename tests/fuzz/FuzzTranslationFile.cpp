@@ -15,15 +15,22 @@ uint32_t number(const uint8_t *bytes) {
 
 // Touches what a look-up of the message would touch.
 void readMessage(const uint8_t *next) {
-    constexpr uint8_t kEnd = 1, kObsolete = 5;
+    constexpr uint8_t kTranslation = 3, kObsolete = 5, kSourceText = 6, kComment = 8;
     volatile uint8_t touched = 0;
-    while (*next != kEnd) {
-        if (*next++ == kObsolete) {
+    for (;;) {
+        const uint8_t tag = *next++;
+        if (tag == kObsolete) {
             next += 4;
             continue;
         }
+        if (tag != kTranslation && (tag < kSourceText || tag > kComment))
+            return;
         const uint32_t length = number(next);
         next += 4;
+        if (tag == kTranslation && length == UINT32_MAX) {
+            --next;
+            continue;
+        }
         if (length > 0)
             touched = static_cast<uint8_t>(touched ^ next[0] ^ next[length - 1]);
         next += length;
@@ -38,6 +45,8 @@ void readAsQtDoes(const uint8_t *bytes, size_t size) {
         const uint8_t tag = bytes[at];
         const uint32_t length = number(bytes + at + 1);
         at += 5;
+        if (tag == 0 || length == 0)
+            break;
         require(length <= size - at);
         if (tag == kHashes) {
             hashes = bytes + at;
