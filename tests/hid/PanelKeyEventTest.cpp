@@ -48,7 +48,7 @@ TEST(PanelKeyEvent, TogglesTheBlockAndAnswersTheReceiver) {
         state ^= 1;
         written.push_back(atStart.back().substr(0, 3) + (state ? "01" : "00"));
         hid.input(VirtualHid::keyEvent());
-        EXPECT_EQ(hid.nextWrite(5000), VirtualHid::keyEvent(state)) << "answer " << press;
+        EXPECT_EQ(hid.nextWrite(20000), VirtualHid::keyEvent(state)) << "answer " << press;
         EXPECT_TRUE(waitUntil([&] { return writtenSwitches(panel) == written; })) << "block " << press;
         Sleep(kListenerPauseMs);
     }

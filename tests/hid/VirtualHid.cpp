@@ -11,7 +11,7 @@ namespace {
 constexpr wchar_t kRootKey[] = L"System\\CurrentControlSet\\Enum\\ROOT\\";
 constexpr wchar_t kInstance[] = L"7&1A2B3C4D&0&0000";
 constexpr DWORD kReenumerateRootDevices = 128; // control code of Wine's driver services
-constexpr unsigned kArrivalTimeoutMs = 5000;
+constexpr unsigned kArrivalTimeoutMs = 30000;
 constexpr uint8_t kControlReportId = 3; // see vhid/driver.c
 constexpr size_t kReportSize = 65;
 
@@ -140,6 +140,10 @@ void VirtualHid::input(const Report &report) {
     request[0] = kControlReportId;
     std::copy_n(report.begin(), kReportSize, request.begin() + 1);
     require(HidD_SetFeature(control_.get(), request.data(), static_cast<ULONG>(request.size())), "input");
+    // This handle gets every report, too: once it has it, so have the others.
+    DWORD count = 0;
+    require(ReadFile(control_.get(), request.data(), static_cast<DWORD>(kReportSize), &count, nullptr),
+            "input passed on");
 }
 
 VirtualHid::Report VirtualHid::nextWrite(unsigned timeoutMs) {

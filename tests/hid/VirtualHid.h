@@ -33,7 +33,7 @@ public:
     // Presses the button until a listener answers, with presses it need not have seen; false when none does.
     bool waitForListener();
 
-    // From the device to the program.
+    // From the device to the program; returns when the system has passed it on.
     void input(const Report &report);
     // From the program to the device: the oldest report not yet asked for; empty when none came in time.
     Report nextWrite(unsigned timeoutMs = 2000);
