@@ -3,6 +3,7 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -30,7 +31,8 @@ TEST(Crc, EveryLengthAndAlignmentAgreesWithTheTable) {
 }
 
 TEST(Crc, OfFiles) {
-    const std::filesystem::path folder = std::filesystem::temp_directory_path() / "qor_crc_test";
+    const std::filesystem::path folder =
+        std::filesystem::temp_directory_path() / ("qor_crc_test_" + std::to_string(getpid()));
     std::filesystem::create_directories(folder);
     uint32_t crc = 77;
     EXPECT_EQ(fileCrc(folder / "missing", crc), -1);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace {
 
@@ -12,7 +13,8 @@ constexpr std::array<uint8_t, 8> kKey{0x10, 0x32, 0x54, 0x76, 0x98, 0xBA, 0xDC, 
 
 class ServerConfigFile : public ::testing::Test {
 protected:
-    std::filesystem::path path = std::filesystem::temp_directory_path() / "qor_netcfg_test.fsc";
+    std::filesystem::path path =
+        std::filesystem::temp_directory_path() / ("qor_netcfg_test_" + std::to_string(getpid()));
 
     void TearDown() override { std::filesystem::remove(path); }
 

@@ -29,6 +29,7 @@ namespace {
 const std::string kInstalled = "the installed package";
 const std::string kNewer = "a newer package, " + std::string(70000, 'n');
 constexpr char kInformationPath[] = "kit\\qor_updateinfo.dat", kInstallerPath[] = "kit\\setup.exe";
+constexpr int kPatienceMs = 30000; // for what comes within a second on an idle machine
 
 std::string entryOf(const std::string &installer) {
     return installerEntry(crcRegister(installer.data(), installer.size()));
@@ -85,7 +86,7 @@ protected:
     void TearDown() override { fs::remove_all(testRoot()); }
 
     bool awaitStatus(const QString &text) {
-        return QTest::qWaitFor([&] { return status_->text() == text; }, 8000);
+        return QTest::qWaitFor([&] { return status_->text() == text; }, kPatienceMs);
     }
     void expectNothingSavedOrStarted() {
         EXPECT_FALSE(fs::is_regular_file(saved_));
@@ -154,7 +155,8 @@ TEST_F(SoftwareUpdateTest, InstallerIsSavedAndStartedAfterConsent) {
                   row.english ? L"Download completed,press OK to upgrade" : L"下载结束，升级请按OK键");
         EXPECT_EQ(answerer.box().owner, nullptr);
         if (row.consents && !row.isInTheWay) {
-            EXPECT_TRUE(QTest::qWaitFor([] { return !DeviceRecorder::instance().calls.empty(); }));
+            EXPECT_TRUE(
+                QTest::qWaitFor([] { return !DeviceRecorder::instance().calls.empty(); }, kPatienceMs));
             EXPECT_THAT(DeviceRecorder::instance().calls,
                         ElementsAre("_start_task(qor_setup.exe, null, 5, " + temporary_.string() + "\\)"));
             EXPECT_EQ(fs::file_size(saved_), kNewer.size());
@@ -188,10 +190,12 @@ TEST_F(SoftwareUpdateTest, WindowMayCloseDuringADownload) {
     update_.reset();
     window_.reset();
     // The thread goes on to the end, with nobody to tell and no box to show.
-    EXPECT_TRUE(QTest::qWaitFor([&] {
-        const std::vector<std::string> commands = server_.commands();
-        return std::count(commands.begin(), commands.end(), "QUIT") == 2; // of the check and the download
-    }));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            const std::vector<std::string> commands = server_.commands();
+            return std::count(commands.begin(), commands.end(), "QUIT") == 2; // of the check and the download
+        },
+        kPatienceMs));
     QTest::qWait(300);
     EXPECT_EQ(FindWindowW(L"#32770", L"upgrade"), nullptr);
     expectNothingSavedOrStarted();

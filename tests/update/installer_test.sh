@@ -53,11 +53,12 @@ check_installed
 say "uninstallation removes all of it, and nothing else"
 echo mine >"$INSTALLED/mine.txt"
 wine_run 'C:\Program Files\QorSoundKit\uninst.exe' /S || die "the uninstaller ended with $?"
-uninstalled() { ! key_exists "$PRODUCT_KEY" && [ "$(find "$INSTALLED" -type f | wc -l)" = 1 ]; }
-wait_for 20 uninstalled || die "left behind: $(find "$INSTALLED")"
+uninstalled() { ! key_exists 'HKCU\SOFTWARE\QorSoundKit'; } # the last it does
+wait_for 60 uninstalled || die "left behind: $(find "$INSTALLED")"
 expect "the user's own file" "$(cat "$INSTALLED/mine.txt")" mine
+expect "number of files" "$(find "$INSTALLED" -type f | wc -l)" 1
 expect "number of folders" "$(find "$INSTALLED" -type d | wc -l)" 1
 expect "number of links" "$(links)" 0
 ! key_exists "$UNINSTALL_KEY" || die "the entry among the installed programs is still there"
-! key_exists 'HKCU\SOFTWARE\QorSoundKit' || die "the user's key is still there"
+! key_exists "$PRODUCT_KEY" || die "the product key is still there"
 say "installer: all well"

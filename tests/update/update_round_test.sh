@@ -9,7 +9,7 @@ CHECK_X=809 CHECK_Y=480 # the check button of the upgrade page, from the window'
 
 /usr/bin/python3 "$(dirname "$0")/ftp_server.py" "$work" "$work/port" &
 started+=($!)
-wait_for 10 test -s "$work/port" || die "the FTP server did not start"
+wait_for 60 test -s "$work/port" || die "the FTP server did not start"
 cat >"$work/settings.txt" <<END
 address = 127.0.0.1
 port = $(cat "$work/port")
@@ -50,7 +50,7 @@ sleep 1 # the re-layout after construction
 
 say "clicking the check button"
 xdotool mousemove $((X + CHECK_X)) $((Y + CHECK_Y)) sleep 0.2 click 1
-wait_for 30 window upgrade || fail "the panel did not ask for consent"
+wait_for 60 window upgrade || fail "the panel did not ask for consent"
 saved=$(find "$DRIVE_C" -name qor_setup.exe)
 [ -z "$saved" ] || fail "the installer was saved before the consent"
 

@@ -9,8 +9,7 @@ mkdir "$work/root"
 server=$!
 trap 'kill "$server" 2>/dev/null || true; rm -rf "$work"' EXIT
 trap 'exit 130' INT TERM
-for _ in $(seq 200); do
-    [ ! -s "$work/port" ] || break
+until [ -s "$work/port" ]; do
     kill -0 "$server" 2>/dev/null || { echo "the FTP server did not start" >&2; exit 1; }
     sleep 0.05
 done
