@@ -104,8 +104,10 @@ TEST_F(InterfaceTexts, SwitchingEqualsStartingInTheLanguage) {
         EXPECT_EQ(joined(texts(*window)), joined(language == 0 ? chinese : english));
         EXPECT_EQ(child<QSlider>(*window, "verticalSlider_5").value(), 41);
     }
-    for (const std::string &call : DeviceRecorder::instance().calls)
-        EXPECT_EQ(call, "_getVolum(0, 0)");
+    for (const std::string &call : DeviceRecorder::instance().calls) {
+        if (call.rfind("_hid_trans_data(", 0) != 0) // asks for the battery every five seconds
+            EXPECT_EQ(call, "_getVolum(0, 0)");
+    }
 
     const QRegularExpression han(
         QStringLiteral("[\\x{2e80}-\\x{9fff}\\x{f900}-\\x{faff}\\x{ff00}-\\x{ffef}]"));
