@@ -52,13 +52,15 @@ wine_template_dir() {
     printf '%s\n' "$CACHE/prefix-$recipe"
 }
 
-# copy_prefix DIR: a prefix of its own from the template in some 20 ms. The registry files are real
-# copies, because wineserver writes a hard-linked file in place and would change the template.
+# copy_prefix DIR: a prefix of its own from the template in some 20 ms. The registry files and those of device
+# installation are real copies, because Wine writes a hard-linked file in place and would change the template
+# and every other copy.
 copy_prefix() {
     local template
     template=$(wine_template_dir)
     mkdir -p "$(dirname "$1")"
     cp -al "$template" "$1" 2>/dev/null || { rm -rf "$1"; cp -a "$template" "$1"; }
     cp --remove-destination "$template"/*.reg "$1"/
+    cp --remove-destination "$template"/drive_c/windows/inf/* "$1"/drive_c/windows/inf/
     rm -f "$1/wineserver"
 }
