@@ -163,16 +163,7 @@ TEST_F(HidDeviceTest, UnpluggedInTheMiddleOfARead) {
 }
 
 TEST_F(HidDeviceTest, OpenAndCloseLeakNoHandle) {
-    // The fewest of some readings: the system's pool threads hold a handle or two for moments.
-    const auto handles = [] {
-        size_t fewest = SIZE_MAX;
-        for (int reading = 0; reading < 10; ++reading) {
-            fewest = std::min(fewest, ProcessHoldings::of(GetCurrentProcessId()).handles);
-            Sleep(20);
-        }
-        return fewest;
-    };
-    constexpr size_t kNoise = 5; // a leak keeps 20 or more
+    const auto handles = [] { return ProcessHoldings::settled(GetCurrentProcessId()).handles; };
     device.close();
     const size_t before = handles();
     ASSERT_GT(before, 0u);
@@ -188,7 +179,7 @@ TEST_F(HidDeviceTest, OpenAndCloseLeakNoHandle) {
             device.close();
     }
     device.close();
-    EXPECT_LE(handles(), before + kNoise);
+    EXPECT_LE(handles(), before + ProcessHoldings::kHandleNoise);
 }
 
 } // namespace

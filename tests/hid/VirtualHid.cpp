@@ -2,6 +2,7 @@
 
 #include "helpers/UniqueResource.h"
 #include "hid/HidHandles.h"
+#include "support/WaitUntil.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -74,17 +75,6 @@ UniqueFileHandle openDevice(const std::wstring &path) {
                                         nullptr));
 }
 
-template<typename Condition>
-bool waitUntil(unsigned timeoutMs, Condition condition) {
-    const DWORD start = GetTickCount();
-    while (!condition()) {
-        if (GetTickCount() - start >= timeoutMs)
-            return false;
-        Sleep(2);
-    }
-    return true;
-}
-
 } // namespace
 
 VirtualHid::VirtualHid(std::wstring id) : id_(std::move(id)), path_(interfacePath(id_)) {
@@ -108,14 +98,14 @@ void VirtualHid::plug() {
     setText(key.get(), L"HardwareID", L"ROOT\\" + id_, REG_MULTI_SZ);
     reenumerate();
     const auto hasArrived = [this] { return static_cast<bool>(control_ = openDevice(path_)); };
-    require(waitUntil(kArrivalTimeoutMs, hasArrived), "arrival");
+    require(waitUntil(hasArrived), "arrival");
 }
 
 void VirtualHid::unplug() {
     control_.reset();
     RegDeleteTreeW(HKEY_LOCAL_MACHINE, (kRootKey + id_).c_str());
     reenumerate();
-    require(waitUntil(kArrivalTimeoutMs, [this] { return !openDevice(path_); }), "removal");
+    require(waitUntil([this] { return !openDevice(path_); }), "removal");
 }
 
 VirtualHid::Report VirtualHid::keyEvent(uint8_t state) {
@@ -154,5 +144,5 @@ VirtualHid::Report VirtualHid::nextWrite(unsigned timeoutMs) {
                 "written report");
         return answer[1] != 0;
     };
-    return waitUntil(timeoutMs, hasCome) ? Report(answer.begin() + 1, answer.end()) : Report();
+    return waitUntil(hasCome, timeoutMs) ? Report(answer.begin() + 1, answer.end()) : Report();
 }

@@ -8,7 +8,6 @@
 #include "program/StoredSettings.h"
 #include "support/ProcessHoldings.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <functional>
 #include <gtest/gtest.h>
@@ -49,19 +48,9 @@ protected:
         ASSERT_TRUE(waitUntil([&] { return dialogIsOpen(); })) << button;
     }
 
-    // The fewest of some readings: the program's timers and threads hold a handle or two for moments.
     ProcessHoldings settledHoldings() const {
         Sleep(300); // deferred deletes, timers
-        ProcessHoldings fewest = ProcessHoldings::of(panel.processId());
-        for (int reading = 0; reading < 10; ++reading) {
-            Sleep(37); // apart from the beat of the program's own timers, 100 ms
-            const ProcessHoldings held = ProcessHoldings::of(panel.processId());
-            fewest.handles = std::min(fewest.handles, held.handles);
-            fewest.gdiObjects = std::min(fewest.gdiObjects, held.gdiObjects);
-            fewest.windows = std::min(fewest.windows, held.windows);
-            fewest.privateKilobytes = std::min(fewest.privateKilobytes, held.privateKilobytes);
-        }
-        return fewest;
+        return ProcessHoldings::settled(panel.processId());
     }
 
     // Faster than a hand. Positive notches turn the wheel away from the user.
@@ -89,7 +78,8 @@ protected:
             use();
         ASSERT_TRUE(panel.running());
         const ProcessHoldings after = settledHoldings();
-        EXPECT_LE(after.handles, before.handles + kHandleNoise);
+        // A leak keeps one of each use, 100 or more.
+        EXPECT_LE(after.handles, before.handles + ProcessHoldings::kHandleNoise);
         EXPECT_LE(after.gdiObjects, before.gdiObjects);
         EXPECT_LE(after.windows, before.windows);
         EXPECT_LE(after.privateKilobytes, before.privateKilobytes + kHeapNoiseKilobytes);
@@ -101,8 +91,6 @@ protected:
     // The heap grows and shrinks by its own rules. Blocks that leak fill what start-up left free in it before
     // it grows, so some 2 MB in all go unnoticed: this finds kilobytes a use, not bytes.
     static constexpr size_t kHeapNoiseKilobytes = 512;
-    // The system's pool threads come and go; a leak keeps 100 or more.
-    static constexpr size_t kHandleNoise = 5;
 
     static constexpr POINT kDialogEdge{1071 / 2 - 100, 869 / 2 - 283 / 2 + 4};
 

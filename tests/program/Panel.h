@@ -3,6 +3,7 @@
 #pragma once
 
 #include "helpers/WinHandles.h"
+#include "support/WaitUntil.h"
 
 #include <string>
 #include <vector>
@@ -56,14 +57,3 @@ private:
     DWORD processId_ = 0;
     HWND window_ = nullptr;
 };
-
-// Waits until condition() holds; false after the time-out, which is long enough for a busy machine.
-template<typename Condition>
-bool waitUntil(Condition condition, DWORD milliseconds = 20000) {
-    for (DWORD waited = 0; !condition(); waited += 10) {
-        if (waited >= milliseconds)
-            return false;
-        Sleep(10);
-    }
-    return true;
-}

@@ -2,7 +2,8 @@
 // keeps what the box said. Made before the call that shows the box.
 #pragma once
 
-#include <chrono>
+#include "support/WaitUntil.h"
+
 #include <string>
 #include <thread>
 #include <vector>
@@ -18,7 +19,7 @@ public:
         HWND owner = nullptr;
     };
 
-    // buttonIndex: the button to click, 0 is the leftmost. Gives up after half a minute without a box.
+    // buttonIndex: the button to click, 0 is the leftmost. Gives up when no box comes.
     explicit BoxAnswerer(size_t buttonIndex) : thread_([this, buttonIndex] { answer(buttonIndex); }) {}
     ~BoxAnswerer() { box(); }
     BoxAnswerer(const BoxAnswerer &) = delete;
@@ -50,10 +51,8 @@ private:
     }
 
     static HWND awaitBox() {
-        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
         HWND window = nullptr;
-        while (!(window = findBox()) && std::chrono::steady_clock::now() < end)
-            Sleep(10);
+        waitUntil([&] { return (window = findBox()) != nullptr; }, 30000);
         return window;
     }
 

@@ -14,7 +14,7 @@ class DeviceRecorder {
 public:
     static DeviceRecorder &instance();
 
-    // Forgets everything and restores the defaults: one device, first instance.
+    // Forgets everything and restores the defaults.
     void reset();
 
     // One readable line per call, e.g. "_SetVolum(99, 0, 0)", "setDeviceProperty(2)",

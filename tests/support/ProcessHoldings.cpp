@@ -3,6 +3,7 @@
 
 #include "helpers/WinHandles.h"
 
+#include <algorithm>
 #include <vector>
 
 // After windows.h.
@@ -118,4 +119,17 @@ ProcessHoldings ProcessHoldings::of(DWORD processId) {
     held.windows = countWindows(processId);
     held.handles = countHandles(processId);
     return held;
+}
+
+ProcessHoldings ProcessHoldings::settled(DWORD processId) {
+    ProcessHoldings fewest = of(processId);
+    for (int reading = 0; reading < 10; ++reading) {
+        Sleep(37); // apart from the beat of the program's own timers, 100 ms
+        const ProcessHoldings held = of(processId);
+        fewest.handles = std::min(fewest.handles, held.handles);
+        fewest.gdiObjects = std::min(fewest.gdiObjects, held.gdiObjects);
+        fewest.windows = std::min(fewest.windows, held.windows);
+        fewest.privateKilobytes = std::min(fewest.privateKilobytes, held.privateKilobytes);
+    }
+    return fewest;
 }
