@@ -68,4 +68,8 @@ bool writeBytes(const wchar_t *name, const void *bytes, size_t byteCount) {
     return writeValue(name, REG_BINARY, bytes, byteCount);
 }
 
+void forgetAll() {
+    RegDeleteTreeW(HKEY_CURRENT_USER, kKey);
+}
+
 } // namespace Knobs

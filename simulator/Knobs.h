@@ -27,4 +27,6 @@ bool readBytes(const wchar_t *name, void *bytes, size_t byteCount);
 bool writeNumber(const wchar_t *name, uint32_t value);
 bool writeBytes(const wchar_t *name, const void *bytes, size_t byteCount);
 
+void forgetAll();
+
 } // namespace Knobs

@@ -3,6 +3,7 @@
 . "$(dirname "${BASH_SOURCE[0]}")/setup/common.sh"
 
 DIST=$BUILD/windows/dist
+HEADSET=$BUILD/windows/simulator/headset.exe
 RUN_PREFIX=$BUILD/run/prefix
 PRODUCT_KEY='HKLM\SOFTWARE\QorSoundKit'
 
@@ -25,6 +26,11 @@ set_value() {
 install_product_key() {
     set_value "$PRODUCT_KEY" DisplayName REG_SZ "QorSound Kit"
     set_value "$PRODUCT_KEY" InstallPath REG_SZ "$(windows_path "$DIST")"
+}
+
+# headset COMMAND...: steers the simulated headset in $WINEPREFIX, see simulator/README.md.
+headset() {
+    "$WINE" "$HEADSET" "$@" </dev/null || die "the simulated headset does not obey: $*"
 }
 
 # end_panel PID: asks the panel to end, as a newer instance would, so that it says goodbye to its device. It gets

@@ -13,9 +13,10 @@ if [ ! -e "$WINEPREFIX/system.reg" ]; then
     set_value 'HKCU\Software\Wine\X11 Driver' Managed REG_SZ Y
 fi
 install_product_key
+headset resume
 
 say "opening the panel; its close button hides it in the notification area, Ctrl-C here ends it"
-say "the simulated headset is steered with tools/run-reg.sh, see simulator/README.md"
+say "the simulated headset is steered with tools/headset.sh, e.g. tools/headset.sh key"
 cd "$DIST"
 # In a session of its own, so that Ctrl-C reaches this script alone.
 setsid "$WINE" ./QorSoundKit.exe </dev/null &

@@ -1,7 +1,7 @@
 // The listener on a virtual receiver that outlives the window, and on one that goes away.
 #include "hid/DeviceEventListener.h"
 #include "helpers/WinHandles.h"
-#include "hid/VirtualHid.h"
+#include "hid/PluggedReceiver.h"
 
 #include <algorithm>
 #include <atomic>
@@ -22,7 +22,7 @@ uint64_t processorTime() {
 
 // One test, since the listener keeps its device until the process ends.
 TEST(DeviceEventListener, TouchesNoClosedWindowAndPollsALostDeviceAtItsUsualPace) {
-    VirtualHid hid;
+    PluggedReceiver hid;
     volatile uint8_t switchByte = 1;
     int clicks = 0;
     QObject context;
@@ -35,11 +35,11 @@ TEST(DeviceEventListener, TouchesNoClosedWindowAndPollsALostDeviceAtItsUsualPace
     std::atomic<bool> stop{false};
     std::thread keys([&] {
         while (!stop) {
-            hid.input(VirtualHid::keyEvent());
+            hid.input(PluggedReceiver::keyEvent());
             Sleep(1);
         }
     });
-    EXPECT_EQ(hid.nextWrite(), VirtualHid::keyEvent(0)) << "the opposite of the switch";
+    EXPECT_EQ(hid.nextWrite(), PluggedReceiver::keyEvent(0)) << "the opposite of the switch";
     detachDeviceEventListener();
     button.reset();
     Sleep(300);

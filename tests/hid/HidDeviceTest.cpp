@@ -1,6 +1,6 @@
 // The transport on Wine's real HID stack: which device it takes, reports, and the receiver's going away.
 #include "hid/HidDevice.h"
-#include "hid/VirtualHid.h"
+#include "hid/PluggedReceiver.h"
 #include "support/ProcessHoldings.h"
 
 #include <algorithm>
@@ -12,7 +12,7 @@
 
 namespace {
 
-using Report = VirtualHid::Report;
+using Report = PluggedReceiver::Report;
 
 constexpr uint8_t kReportId = 2;
 constexpr uint32_t kTimeoutMs = 2000;
@@ -38,17 +38,17 @@ protected:
     bool write(const Report &report) { return device.write(report.data() + 1, report[0], 0); }
     bool isUntouched() const { return std::count(out.begin(), out.end(), kUntouched) == 65; }
 
-    VirtualHid hid;
+    PluggedReceiver hid;
     HidDevice device;
     std::array<uint8_t, 65> out{}; // one byte more than the data of a report
 };
 
 TEST_F(HidDeviceTest, ChoosesByVendorProductInterfaceAndReport) {
-    VirtualHid hexadecimal(L"VID_1234&PID_5678&MI_0A"), interface0(L"VID_040B&PID_F779&MI_00");
+    PluggedReceiver hexadecimal(L"VID_1234&PID_5678&MI_0A"), interface0(L"VID_040B&PID_F779&MI_00");
     const struct {
         const char *what;
         uint32_t vendorId, productId, interfaceNumber, reportId;
-        VirtualHid *device; // null: none matches
+        PluggedReceiver *device; // null: none matches
     } cases[] = {
         {"all given", 0x040B, 0xF779, 3, 2, &hid},
         {"any report", 0x040B, 0xF779, 3, 0, &hid},

@@ -1,6 +1,6 @@
 // The real program with a virtual receiver plugged in: the headset's own button, all the way to the property
 // block and back.
-#include "hid/VirtualHid.h"
+#include "hid/PluggedReceiver.h"
 #include "program/Panel.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@
 
 namespace {
 
-using Report = VirtualHid::Report;
+using Report = PluggedReceiver::Report;
 
 constexpr DWORD kListenerPauseMs = 200; // what it makes after each report, and some more
 
@@ -25,7 +25,7 @@ std::vector<std::string> writtenSwitches(const Panel &panel) {
 }
 
 TEST(PanelKeyEvent, TogglesTheBlockAndAnswersTheReceiver) {
-    VirtualHid hid;
+    PluggedReceiver hid;
     Panel::prepare();
     Panel panel;
     panel.start();
@@ -34,7 +34,7 @@ TEST(PanelKeyEvent, TogglesTheBlockAndAnswersTheReceiver) {
 
     const std::vector<std::string> atStart = writtenSwitches(panel);
     for (size_t byte = 1; byte <= 5; ++byte) { // no key events
-        Report other = VirtualHid::keyEvent();
+        Report other = PluggedReceiver::keyEvent();
         other[byte] ^= 0x03;
         hid.input(other);
         Sleep(kListenerPauseMs);
@@ -47,8 +47,8 @@ TEST(PanelKeyEvent, TogglesTheBlockAndAnswersTheReceiver) {
     for (int press = 0; press < 3; ++press) {
         state ^= 1;
         written.push_back(atStart.back().substr(0, 3) + (state ? "01" : "00"));
-        hid.input(VirtualHid::keyEvent());
-        EXPECT_EQ(hid.nextWrite(20000), VirtualHid::keyEvent(state)) << "answer " << press;
+        hid.input(PluggedReceiver::keyEvent());
+        EXPECT_EQ(hid.nextWrite(20000), PluggedReceiver::keyEvent(state)) << "answer " << press;
         EXPECT_TRUE(waitUntil([&] { return writtenSwitches(panel) == written; })) << "block " << press;
         Sleep(kListenerPauseMs);
     }

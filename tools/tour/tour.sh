@@ -78,6 +78,7 @@ walk() {
 say "no display: taking pictures of all pages and dialogs in both languages (about half a minute)"
 start_display
 install_product_key
+headset plug
 for language in zh en; do
     set_value "$PRODUCT_KEY" language REG_DWORD "$([ "$language" = zh ] && echo 0 || echo 1)"
     start_panel

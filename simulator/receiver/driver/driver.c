@@ -1,5 +1,5 @@
-/* vhid.sys: a HID minidriver for Wine. Its devices are root-enumerated; vendor and product ID come from the
- * device's ID. A test program plays a device's part through feature report 3, whose data is a whole report
+/* receiver.sys: a HID minidriver for Wine. Its devices are root-enumerated; vendor and product ID come from the
+ * device's ID. A program plays a device's part through feature report 3, whose data is a whole report
  * with its ID: setting it sends an input report, getting it takes the oldest report written to the device
  * (zeros: none). */
 #include "hidport.h"

@@ -1,8 +1,7 @@
-#include "hid/VirtualHid.h"
+#include "simulator/receiver/VirtualReceiver.h"
 
 #include "helpers/UniqueResource.h"
 #include "hid/HidHandles.h"
-#include "support/WaitUntil.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -11,9 +10,10 @@ namespace {
 
 constexpr wchar_t kRootKey[] = L"System\\CurrentControlSet\\Enum\\ROOT\\";
 constexpr wchar_t kInstance[] = L"7&1A2B3C4D&0&0000";
+constexpr wchar_t kServiceName[] = L"QorSoundKitReceiver";
 constexpr DWORD kReenumerateRootDevices = 128; // control code of Wine's driver services
-constexpr unsigned kArrivalTimeoutMs = 30000;
-constexpr uint8_t kControlReportId = 3; // see vhid/driver.c
+constexpr unsigned kArrivalTimeoutMs = 30000;  // a busy machine takes its time
+constexpr uint8_t kControlReportId = 3;        // see driver/driver.c
 constexpr size_t kReportSize = 65;
 
 struct ServiceTraits {
@@ -28,8 +28,19 @@ void require(bool ok, const char *what) {
         throw std::runtime_error(std::string(what) + ": error " + std::to_string(GetLastError()));
 }
 
+template<typename Condition>
+bool waitUntil(Condition condition, unsigned milliseconds) {
+    const DWORD start = GetTickCount();
+    while (!condition()) {
+        if (GetTickCount() - start >= milliseconds)
+            return false;
+        Sleep(5);
+    }
+    return true;
+}
+
 std::wstring driverPath() {
-    const std::string path = VHID_DRIVER_FILE; // a Unix path, Wine's drive Z
+    const std::string path = RECEIVER_DRIVER_FILE; // a Unix path, Wine's drive Z
     std::wstring result = L"Z:" + std::wstring(path.begin(), path.end());
     std::replace(result.begin(), result.end(), L'/', L'\\');
     return result;
@@ -38,12 +49,17 @@ std::wstring driverPath() {
 UniqueService openDriverService() {
     const UniqueService manager(OpenSCManagerW(nullptr, nullptr, SC_MANAGER_ALL_ACCESS));
     require(static_cast<bool>(manager), "service manager");
-    UniqueService service(CreateServiceW(manager.get(), L"vhid", L"vhid", SERVICE_ALL_ACCESS,
+    const std::wstring file = driverPath();
+    UniqueService service(CreateServiceW(manager.get(), kServiceName, kServiceName, SERVICE_ALL_ACCESS,
                                          SERVICE_KERNEL_DRIVER, SERVICE_DEMAND_START, SERVICE_ERROR_NORMAL,
-                                         driverPath().c_str(), nullptr, nullptr, nullptr, nullptr, nullptr));
-    if (!service)
-        service.reset(OpenServiceW(manager.get(), L"vhid", SERVICE_ALL_ACCESS));
-    require(static_cast<bool>(service), "driver service");
+                                         file.c_str(), nullptr, nullptr, nullptr, nullptr, nullptr));
+    if (!service) {
+        service.reset(OpenServiceW(manager.get(), kServiceName, SERVICE_ALL_ACCESS));
+        require(static_cast<bool>(service), "driver service");
+        // Another build may have made it.
+        ChangeServiceConfigW(service.get(), SERVICE_NO_CHANGE, SERVICE_NO_CHANGE, SERVICE_NO_CHANGE,
+                             file.c_str(), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
+    }
     return service;
 }
 
@@ -77,16 +93,14 @@ UniqueFileHandle openDevice(const std::wstring &path) {
 
 } // namespace
 
-VirtualHid::VirtualHid(std::wstring id) : id_(std::move(id)), path_(interfacePath(id_)) {
-    plug();
+bool VirtualReceiver::isSupported() {
+    return GetProcAddress(GetModuleHandleW(L"ntdll"), "wine_get_version") != nullptr;
 }
 
-VirtualHid::~VirtualHid() {
-    if (control_)
-        unplug();
-}
+VirtualReceiver::VirtualReceiver(std::wstring id)
+    : id_(std::move(id)), path_(interfacePath(id_)), control_(openDevice(path_)) {}
 
-void VirtualHid::plug() {
+void VirtualReceiver::plug() {
     UniqueRegistryKey key;
     const LSTATUS created = RegCreateKeyExW(HKEY_LOCAL_MACHINE, (kRootKey + id_ + L"\\" + kInstance).c_str(),
                                             0, nullptr, 0, KEY_ALL_ACCESS, nullptr, key.put(), nullptr);
@@ -94,38 +108,35 @@ void VirtualHid::plug() {
     require(created == ERROR_SUCCESS, "device key");
     setText(key.get(), L"ClassGUID", L"{745A17A0-74D3-11D0-B6FE-00A0C90F57DA}");
     setText(key.get(), L"Class", L"HIDClass");
-    setText(key.get(), L"Service", L"vhid");
+    setText(key.get(), L"Service", kServiceName);
     setText(key.get(), L"HardwareID", L"ROOT\\" + id_, REG_MULTI_SZ);
     reenumerate();
     const auto hasArrived = [this] { return static_cast<bool>(control_ = openDevice(path_)); };
-    require(waitUntil(hasArrived), "arrival");
+    require(waitUntil(hasArrived, kArrivalTimeoutMs), "arrival");
 }
 
-void VirtualHid::unplug() {
+void VirtualReceiver::unplug() {
     control_.reset();
     RegDeleteTreeW(HKEY_LOCAL_MACHINE, (kRootKey + id_).c_str());
     reenumerate();
-    require(waitUntil([this] { return !openDevice(path_); }), "removal");
+    require(waitUntil([this] { return !openDevice(path_); }, kArrivalTimeoutMs), "removal");
 }
 
-VirtualHid::Report VirtualHid::keyEvent(uint8_t state) {
+VirtualReceiver::Report VirtualReceiver::keyEvent(uint8_t state) {
     Report report{2, 0xFF, 0xFF, 0xFF, 0xFF, 0x01, state};
     report.resize(kReportSize);
     return report;
 }
 
-bool VirtualHid::waitForListener() {
-    constexpr unsigned kAnswerTimeoutMs = 300; // the listener pauses for 100 ms after each event
-    bool answered = false;
-    for (int press = 0; press < 50 && !answered; ++press) {
-        input(keyEvent());
-        while (!nextWrite(kAnswerTimeoutMs).empty())
-            answered = true; // and on to the last, since a late answer may be that to an earlier press
-    }
-    return answered;
+std::optional<uint8_t> VirtualReceiver::pressKey(unsigned timeoutMs) {
+    while (!nextWrite(0).empty()) {
+    } // answers to earlier presses
+    input(keyEvent());
+    const Report answer = nextWrite(timeoutMs);
+    return answer.empty() ? std::nullopt : std::optional(answer[6]);
 }
 
-void VirtualHid::input(const Report &report) {
+void VirtualReceiver::input(const Report &report) {
     Report request(1 + kReportSize);
     request[0] = kControlReportId;
     std::copy_n(report.begin(), kReportSize, request.begin() + 1);
@@ -136,7 +147,7 @@ void VirtualHid::input(const Report &report) {
             "input passed on");
 }
 
-VirtualHid::Report VirtualHid::nextWrite(unsigned timeoutMs) {
+VirtualReceiver::Report VirtualReceiver::nextWrite(unsigned timeoutMs) {
     Report answer(1 + kReportSize);
     const auto hasCome = [&] {
         answer[0] = kControlReportId;
