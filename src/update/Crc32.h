@@ -12,9 +12,6 @@ constexpr uint32_t kCrcStart = 0xFFFFFFFFu;
 // The register after count bytes; pass an earlier result as start to go on with the next piece.
 uint32_t crcRegister(const void *bytes, size_t count, uint32_t start = kCrcStart) noexcept;
 
-// The same by look-up tables alone, for processors without carry-less multiplication.
-uint32_t crcRegisterByTable(const void *bytes, size_t count, uint32_t start = kCrcStart) noexcept;
-
 // Puts the register after the whole file into crc and returns the file's size in bytes; -1 when the file
 // cannot be opened, -2 when it is empty or cannot be read (crc is then not set). A copyPath that is not empty
 // receives a copy of the bytes; a copy that cannot be written is not an error.

@@ -5,9 +5,17 @@
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <utility>
 
 class DownloadBuffer {
 public:
+    DownloadBuffer() noexcept = default;
+    DownloadBuffer(DownloadBuffer &&other) noexcept { swap(other); } // leaves the other one empty
+    DownloadBuffer &operator=(DownloadBuffer &&other) noexcept {
+        DownloadBuffer(std::move(other)).swap(*this);
+        return *this;
+    }
+
     // False when there is not that much memory. The system gives zeroed pages when they are first touched, so
     // a size that the server only claims costs nothing.
     bool allocate(size_t size) noexcept {
@@ -24,13 +32,7 @@ public:
     };
     Room room(size_t limit) noexcept {
         const size_t left = size_ - filled_;
-        const Room next{bytes_.get() + filled_, left < limit ? left : limit};
-        // Under Wine a receive reads the memory before it writes to it: two page faults for an untouched
-        // page.
-        constexpr size_t kPageSize = 4096;
-        for (; touched_ < filled_ + next.size; touched_ += kPageSize)
-            *const_cast<volatile uint8_t *>(bytes_.get() + touched_) = 0;
-        return next;
+        return {bytes_.get() + filled_, left < limit ? left : limit};
     }
     // Counts bytes that have been put there, count <= room's size.
     void fill(size_t count) noexcept { filled_ += count; }
@@ -39,11 +41,16 @@ public:
     size_t size() const noexcept { return size_; }
 
 private:
+    void swap(DownloadBuffer &other) noexcept {
+        std::swap(bytes_, other.bytes_);
+        std::swap(size_, other.size_);
+        std::swap(filled_, other.filled_);
+    }
+
     struct Free {
         void operator()(uint8_t *bytes) const noexcept { std::free(bytes); }
     };
     std::unique_ptr<uint8_t[], Free> bytes_;
     size_t size_ = 0;
     size_t filled_ = 0;
-    size_t touched_ = 0; // no byte from here on has been written to
 };

@@ -1,9 +1,9 @@
-// The active-mode download: the server connects back to a port that the client announces with PORT.
+#include "update/FtpActive.h"
 
 #include "helpers/UniqueFile.h"
 #include "update/Diagnostics.h"
 #include "update/FtpControl.h"
-#include "update/FtpTransfers.h"
+#include "update/SocketWaits.h"
 
 #include <vector>
 
@@ -37,26 +37,11 @@ UniqueSocket listenForServer(const FtpSession &session, uint16_t &port) {
     return listener;
 }
 
-// A receive time-out does not bound accept.
-UniqueSocket acceptWithin(SOCKET listener, uint32_t timeoutMs) {
-    fd_set waiting;
-    FD_ZERO(&waiting);
-    FD_SET(listener, &waiting);
-    timeval limit{static_cast<long>(timeoutMs / 1000), static_cast<long>(timeoutMs % 1000 * 1000)};
-    const int ready = select(0, &waiting, nullptr, nullptr, &limit);
-    if (ready == 0)
-        WSASetLastError(WSAETIMEDOUT);
-    UniqueSocket data(ready > 0 ? accept(listener, nullptr, nullptr) : INVALID_SOCKET);
-    if (data)
-        setSocketTimeout(data.get(), timeoutMs);
-    return data;
-}
-
-bool receiveIntoFile(SOCKET data, FILE *file, int64_t expectedSize) {
+bool receiveIntoFile(SOCKET data, const TimeBudget &time, FILE *file, int64_t expectedSize) {
     std::vector<char> chunk(65536);
     int64_t received = 0;
     for (;;) {
-        const int count = recv(data, chunk.data(), static_cast<int>(chunk.size()), 0);
+        const int count = receiveWithin(data, chunk.data(), chunk.size(), time.nextWait());
         if (count == SOCKET_ERROR)
             Diagnostics::printError("接收文件数据失败: ", WSAGetLastError());
         if (count <= 0)
@@ -74,22 +59,21 @@ bool receiveIntoFile(SOCKET data, FILE *file, int64_t expectedSize) {
 
 bool downloadActive(FtpSession &session, const std::string &remotePath, const std::string &localPath,
                     int64_t expectedSize) {
-    const SOCKET control = session.control.get();
     uint16_t port = 0;
     UniqueSocket listener = listenForServer(session, port);
     if (!listener)
         return false;
-    FtpReply reply = sendCommand(control, "PORT " + portArgument(session.localAddress, port));
+    FtpReply reply = sendCommand(session, "PORT " + portArgument(session.localAddress, port));
     if (reply.code != 200) {
         Diagnostics::printReply("发送PORT命令失败: ", reply.text);
         return false;
     }
-    reply = sendCommand(control, "RETR " + remotePath);
+    reply = sendCommand(session, "RETR " + remotePath);
     if (reply.replyClass() != 1) {
         Diagnostics::printReply("开始下载失败: ", reply.text);
         return false;
     }
-    UniqueSocket data = acceptWithin(listener.get(), session.timeoutMs);
+    UniqueSocket data = acceptWithin(listener.get(), session.time.nextWait());
     if (!data) {
         Diagnostics::printError("接受数据连接失败: ", WSAGetLastError());
         return false;
@@ -100,11 +84,11 @@ bool downloadActive(FtpSession &session, const std::string &remotePath, const st
         return false;
     }
     Diagnostics::print("开始下载文件...");
-    const bool received = receiveIntoFile(data.get(), file.get(), expectedSize);
+    const bool received = receiveIntoFile(data.get(), session.time, file.get(), expectedSize);
     data.reset();
     listener.reset();
     const bool written = std::fclose(file.release()) == 0;
-    reply = sendCommand(control, {});
+    reply = sendCommand(session, {});
     if (reply.replyClass() != 2) {
         Diagnostics::printReply("文件下载未完成: ", reply.text);
         return false;

@@ -37,6 +37,16 @@ std::optional<int32_t> parseReplyCode(std::string_view text) {
     return leadingNumber(text.substr(0, 3));
 }
 
+bool isWholeReply(std::string_view text) {
+    if (text.empty() || text.back() != '\n')
+        return false;
+    if (text.size() < kCodeAndBlank || text[3] != '-')
+        return true;
+    const std::string_view lines = text.substr(0, text.size() - 1);
+    const std::string_view lastLine = lines.substr(lines.find_last_of('\n') + 1);
+    return lastLine.substr(0, kCodeAndBlank) == std::string(text.substr(0, 3)) + ' ';
+}
+
 int32_t parsePassivePort(std::string_view text) {
     const size_t open = text.find('(');
     if (open == std::string_view::npos)

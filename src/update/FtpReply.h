@@ -21,6 +21,10 @@ std::optional<int32_t> leadingNumber(std::string_view text);
 // The number in the reply's first three characters.
 std::optional<int32_t> parseReplyCode(std::string_view text);
 
+// Whether the text is a reply to its end: one line, or "ddd-..." and lines up to one that begins with the
+// same code and a blank.
+bool isWholeReply(std::string_view text);
+
 // The port of a PASV reply "227 ... (h1,h2,h3,h4,p1,p2)"; -1 without "(", -2 without ")" or without two
 // numbers that make a port. The host numbers are not looked at.
 int32_t parsePassivePort(std::string_view text);

@@ -1,37 +1,12 @@
-// Where an FTP server is and how to log in; how to hear of a download's progress.
+// Where an FTP server is and how to log in.
 #pragma once
 
 #include <cstdint>
 #include <string>
-
-constexpr uint32_t kFtpTimeoutMs = 30000;
 
 struct FtpServer {
     std::string address; // dotted IPv4
     uint32_t port = 21;
     std::string user;
     std::string password;
-    uint32_t timeoutMs = kFtpTimeoutMs; // for each send and each receive
-};
-
-// Stages that the callback sees. All but Transfer come with the value -1 only.
-enum FtpStage : uint32_t {
-    FtpSessionFailed = 1,
-    FtpTransfer = 2, // value: percentage, or -1 when the transfer failed
-    FtpSizeFailed = 5,
-    FtpBinaryRefused = 6,
-    FtpPassiveFailed = 8,
-    FtpDataFailed = 10, // command refused, or no data connection
-};
-
-// Called on the thread that transfers. Context is passed through unchanged.
-struct FtpProgress {
-    using Callback = void (*)(uint32_t stage, int32_t value, uintptr_t context);
-    Callback callback = nullptr;
-    uintptr_t context = 0;
-
-    void report(uint32_t stage, int32_t value) const {
-        if (callback)
-            callback(stage, value, context);
-    }
 };

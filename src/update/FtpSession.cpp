@@ -24,7 +24,8 @@ std::string localAddressTowards(const std::string &serverIp) {
     return text;
 }
 
-int32_t giveUp(FtpSession &session, int32_t result) {
+template<typename Result>
+Result end(FtpSession &session, Result result) {
     session.control.reset();
     session.library.stop();
     return result;
@@ -32,27 +33,29 @@ int32_t giveUp(FtpSession &session, int32_t result) {
 
 } // namespace
 
-int32_t openSession(const FtpServer &server, FtpSession &session) {
+SessionResult openSession(const FtpServer &server, FtpSession &session) {
     if (const int error = session.library.start()) {
         Diagnostics::printError("WSAStartup失败: ", error);
-        return -1;
+        return SessionResult::NoSockets;
     }
     session.serverAddress = server.address;
-    session.timeoutMs = server.timeoutMs;
     session.localAddress = localAddressTowards(server.address);
     if (session.localAddress.empty())
-        return giveUp(session, -2);
-    session.control = connectTcp(server.address, server.port, server.timeoutMs);
+        return end(session, SessionResult::NoLocalAddress);
+    session.control = connectTcp(server.address, server.port, session.time);
     if (!session.control)
-        return giveUp(session, -3);
-    if (sendCommand(session.control.get(), {}).replyClass() != 2)
-        return giveUp(session, -4);
-    if (!login(session.control.get(), server.user, server.password))
-        return giveUp(session, -5);
-    return 1;
+        return end(session, SessionResult::NotConnected);
+    if (sendCommand(session, {}).replyClass() != 2)
+        return end(session, SessionResult::NotWelcome);
+    if (!login(session, server.user, server.password))
+        return end(session, SessionResult::LoginRefused);
+    return SessionResult::Open;
 }
 
 int32_t closeSession(FtpSession &session) {
-    sendCommand(session.control.get(), "QUIT");
-    return giveUp(session, 1);
+    if (session.answers)
+        sendCommand(session, "QUIT");
+    else
+        sendLine(session, "QUIT");
+    return end(session, 1);
 }

@@ -6,7 +6,7 @@
 #include "helpers/WinHandles.h"
 #include "update/Crc32.h"
 #include "update/DownloadProgress.h"
-#include "update/FtpTransfers.h"
+#include "update/FtpDownload.h"
 #include "update/UpdateInfo.h"
 
 #include <exception>
@@ -15,10 +15,11 @@ namespace {
 
 constexpr wchar_t kInstallerName[] = L"qor_setup.exe";
 
+// As Windows gives it; empty when Windows gives none.
 std::wstring temporaryFolder() {
     wchar_t folder[1024] = {};
-    GetTempPathW(static_cast<DWORD>(std::size(folder)), folder);
-    return folder;
+    const DWORD length = GetTempPathW(static_cast<DWORD>(std::size(folder)), folder);
+    return length < std::size(folder) ? std::wstring(folder, length) : std::wstring(); // longer: not stored
 }
 
 bool userConsents(const UpdateScreen &screen) {
@@ -29,8 +30,12 @@ bool userConsents(const UpdateScreen &screen) {
 
 void saveAndStart(const DownloadBuffer &installer, UpdateScreen &screen) {
     const std::wstring folder = temporaryFolder();
+    if (folder.empty()) {
+        QOR_LOG(L"no temporary folder for the installer");
+        return;
+    }
     std::wstring path = folder;
-    if (path.empty() || path.back() != L'\\')
+    if (path.back() != L'\\')
         path += L'\\';
     path += kInstallerName;
     // An older file of that name must not be started in place of one that could not be written.
@@ -69,7 +74,8 @@ void downloadInstaller(const InstallerDownload &download) {
     DownloadBuffer installer;
     const FtpProgress progress{&onDownloadProgress, reinterpret_cast<uintptr_t>(&screen)};
     const std::string remotePath = download.config.folder + "\\setup.exe";
-    if (downloadToMemory(download.config.server, remotePath, installer, nullptr, progress) < 1) {
+    if (downloadToMemory(download.config.server, remotePath, installer, nullptr, progress, kDownloadLimits) !=
+        DownloadResult::Done) {
         screen.queueStatus(UpdateTexts::kDownloadFailed);
         return;
     }

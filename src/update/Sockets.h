@@ -38,15 +38,3 @@ public:
 private:
     bool started_ = false;
 };
-
-// Blocking sends and receives on the socket fail with WSAETIMEDOUT after this time.
-inline void setSocketTimeout(SOCKET socket, DWORD milliseconds) noexcept {
-    const auto *value = reinterpret_cast<const char *>(&milliseconds);
-    setsockopt(socket, SOL_SOCKET, SO_RCVTIMEO, value, sizeof milliseconds);
-    setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, value, sizeof milliseconds);
-}
-
-// How much the system keeps until it is received.
-inline void setReceiveBuffer(SOCKET socket, int bytes) noexcept {
-    setsockopt(socket, SOL_SOCKET, SO_RCVBUF, reinterpret_cast<const char *>(&bytes), sizeof bytes);
-}

@@ -3,7 +3,7 @@
 #include "helpers/LogHelper.h"
 #include "helpers/ProductSettings.h"
 #include "update/Crc32.h"
-#include "update/FtpTransfers.h"
+#include "update/FtpDownload.h"
 #include "update/InstallerDownload.h"
 #include "update/UpdateInfo.h"
 
@@ -39,7 +39,7 @@ void SoftwareUpdate::retranslated() {
 }
 
 void SoftwareUpdate::checkAtStart(QAbstractButton *updateButton) {
-    if (checkForUpdate() < 1) {
+    if (checkForUpdate() != CheckResult::NewVersion) {
         showStatus(UpdateTexts::kNoNewVersion);
         return;
     }
@@ -47,40 +47,47 @@ void SoftwareUpdate::checkAtStart(QAbstractButton *updateButton) {
     showStatus(UpdateTexts::kNewVersion);
 }
 
-int32_t SoftwareUpdate::checkForUpdate() {
+CheckResult SoftwareUpdate::checkForUpdate() {
+    CheckResult result = CheckResult::NoInformation;
     try {
-        return askServer();
+        result = askServer();
     } catch (const std::exception &error) { // out of memory
         QOR_LOG(L"update check given up: %S", error.what());
-        return -4;
     }
+    QOR_LOG(L"update check: %d", static_cast<int>(result));
+    return result;
 }
 
-int32_t SoftwareUpdate::askServer() {
+CheckResult SoftwareUpdate::askServer() {
     widgets_.progress->setValue(0);
     const std::wstring folder = ProductSettings::readString(L"InstallPath").value_or(L"");
     ServerConfigRecord record;
     if (folder.empty() || loadServerConfig(folder + L"\\qor_netcfg.fsc", record) < 1)
-        return -1;
+        return CheckResult::NoConfiguration;
     config_ = getServerConfig(record);
 
     uint32_t installedCrc = 0;
     if (fileCrc(folder + L"\\backup\\setup_backup.exe", installedCrc) < 1)
-        return -3;
+        return CheckResult::NoPackageCopy;
 
     DownloadBuffer bytes;
-    if (downloadToMemory(config_.server, config_.folder + "\\qor_updateinfo.dat", bytes, nullptr, {}) < 1)
-        return -4;
+    const DownloadResult downloaded = downloadToMemory(
+        config_.server, config_.folder + "\\qor_updateinfo.dat", bytes, nullptr, {}, kCheckLimits);
+    if (downloaded != DownloadResult::Done) {
+        QOR_LOG(L"update information: download ended with %d", static_cast<int>(downloaded));
+        return CheckResult::NoInformation;
+    }
     updateInformation_ = updateInformationText(bytes.data(), bytes.size());
     if (bytes.size() == 0)
-        return -5;
-    return listsInstaller(updateInformation_, installedCrc) ? -6 : 1;
+        return CheckResult::EmptyInformation;
+    return listsInstaller(updateInformation_, installedCrc) ? CheckResult::IsCurrent
+                                                            : CheckResult::NewVersion;
 }
 
 void SoftwareUpdate::onCheckUpdateClicked() {
     showStatus(UpdateTexts::kChecking);
     widgets_.status->repaint(); // now, since the check keeps the event loop waiting
-    if (checkForUpdate() < 1) {
+    if (checkForUpdate() != CheckResult::NewVersion) {
         showStatus(UpdateTexts::kNoNewVersion);
         return;
     }

@@ -19,6 +19,15 @@ struct UpdateWidgets {
     QPushButton *check;
 };
 
+enum class CheckResult : int32_t {
+    NewVersion = 1,
+    NoConfiguration = -1, // missing or damaged
+    NoPackageCopy = -3,   // of the installed version
+    NoInformation = -4,   // from the server
+    EmptyInformation = -5,
+    IsCurrent = -6,
+};
+
 class SoftwareUpdate : public QObject {
     Q_OBJECT
 
@@ -31,10 +40,8 @@ public:
     // The check at start-up: shows the outcome, and for a new version emits updateButton's clicked first.
     void checkAtStart(QAbstractButton *updateButton);
 
-    // Asks the server; blocks meanwhile. 1: a new version is there. -1 no usable configuration file, -3 no
-    // copy of the installed package, -4 no update information, -5 it is empty, -6 the installed package is
-    // current.
-    int32_t checkForUpdate();
+    // Asks the server; blocks meanwhile, 8 s at most. The result is logged.
+    CheckResult checkForUpdate();
 
     // Shows the status in the present language. A negative one leaves all texts as they are.
     void retranslated();
@@ -43,7 +50,7 @@ public:
     void onCheckUpdateClicked();
 
 private:
-    int32_t askServer();
+    CheckResult askServer();
     void showStatus(const BilingualText &text);
 
     UpdateWidgets widgets_;

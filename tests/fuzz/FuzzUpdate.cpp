@@ -17,6 +17,7 @@ namespace {
 
 void readReply(const std::string &text) {
     parseReplyCode(text);
+    isWholeReply(text);
     const int32_t port = parsePassivePort(text);
     require(port >= -2 && port <= 65535);
     const auto size = parseFileSize(text);
@@ -59,7 +60,6 @@ void readConfiguration(const std::string &bytes) {
 
 void readInformation(const std::string &bytes) {
     const uint32_t crc = crcRegister(bytes.data(), bytes.size());
-    require(crc == crcRegisterByTable(bytes.data(), bytes.size()));
     const std::string listing = bytes + installerEntry(crc);
     const bool cut = bytes.find('\0') != std::string::npos;
     require(cut || listsInstaller(updateInformationText(listing.data(), listing.size()), crc));

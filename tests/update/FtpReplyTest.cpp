@@ -1,5 +1,7 @@
 #include "update/FtpReply.h"
 
+#include "update/DownloadProgress.h"
+
 #include <climits>
 #include <gtest/gtest.h>
 
@@ -58,6 +60,37 @@ TEST(FtpReply, SizeAndTimeStandAfterTheCode) {
     EXPECT_EQ(parseFileTime("213 20240501134500\r\n"), "2024-05-01 13:45:00");
     for (const char *text : {"213 2024050113450", "213 2024-05-01 13:45:00", "213"})
         EXPECT_EQ(parseFileTime(text), "") << text;
+}
+
+TEST(FtpReply, EndsWithItsLastLine) {
+    const std::pair<const char *, bool> rows[] = {{"150 coming\r\n", true},
+                                                  {"150 coming", false},
+                                                  {"150-a\r\n150 b\r\n", true},
+                                                  {"150-a\r\n 150 b\r\n", false},
+                                                  {"150-a\r\n", false},
+                                                  {"1\n", true},
+                                                  {"", false}};
+    for (const auto &[text, isWhole] : rows)
+        EXPECT_EQ(isWholeReply(text), isWhole) << text;
+}
+
+TEST(Progress, IsShownByStageAndValue) {
+    const std::wstring failed = L"Download Failed 下载失败", done = L"Download Success 下载成功",
+                       running = L"Downloading,please DON'T leaves this page... 下载中，请勿离开本页面...";
+    const struct {
+        uint32_t stage;
+        int32_t value;
+        std::wstring texts;
+        std::optional<int32_t> bar;
+    } rows[] = {{1, -1, failed, {}},    {2, -1, failed, {}},    {2, -42, failed, {}},
+                {2, 0, running, 0},     {2, 99, running, 99},   {2, 100, done, 100},
+                {2, 101, running, 101}, {10, 100, running, {}}, {0, 0, running, {}}};
+    for (const auto &row : rows) {
+        const ProgressDisplay display = progressDisplay(row.stage, row.value);
+        EXPECT_EQ(std::wstring(display.text.english) + L" " + display.text.chinese, row.texts)
+            << row.stage << " " << row.value;
+        EXPECT_EQ(display.bar, row.bar) << row.stage << " " << row.value;
+    }
 }
 
 TEST(Progress, IsThirtyTwoBitArithmeticThatWrapsAround) {

@@ -1,12 +1,15 @@
 #include "update/ScriptedFtpServer.h"
 
+#include "support/WaitUntil.h"
+#include "update/SocketWaits.h"
+
 #include <algorithm>
-#include <chrono>
 
 namespace {
 
-constexpr uint32_t kPatienceMs = 2000;
-constexpr auto kPause = std::chrono::milliseconds(100); // what was sent arrives as a segment of its own
+constexpr std::chrono::seconds kPatience(5);
+constexpr std::chrono::seconds kReactionTime(1);
+constexpr std::chrono::milliseconds kPause(100); // what was sent arrives as a segment of its own
 
 UniqueSocket listenOnLoopback(uint32_t &port) {
     UniqueSocket listener(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP));
@@ -22,40 +25,18 @@ UniqueSocket listenOnLoopback(uint32_t &port) {
     return listener;
 }
 
-UniqueSocket acceptWithin(SOCKET listener, uint32_t milliseconds) {
-    fd_set waiting;
-    FD_ZERO(&waiting);
-    FD_SET(listener, &waiting);
-    timeval limit{static_cast<long>(milliseconds / 1000), static_cast<long>(milliseconds % 1000 * 1000)};
-    UniqueSocket peer;
-    if (select(0, &waiting, nullptr, nullptr, &limit) > 0)
-        peer.reset(accept(listener, nullptr, nullptr));
-    if (peer)
-        setSocketTimeout(peer.get(), kPatienceMs);
-    return peer;
-}
-
 // A blocking send takes all of it.
 bool sendAll(SOCKET to, const std::string &bytes) {
     return send(to, bytes.data(), static_cast<int>(bytes.size()), 0) == static_cast<int>(bytes.size());
 }
 
-// Without the line end; empty at the end of the connection.
-std::string receiveLine(SOCKET from) {
-    std::string line;
-    char c;
-    while (recv(from, &c, 1, 0) == 1) {
-        line += c;
-        if (c == '\n')
-            return line.substr(0, line.find_last_not_of("\r\n") + 1);
-    }
-    return {};
-}
-
-void receiveToTheEnd(SOCKET from) {
-    char bytes[4096];
-    while (recv(from, bytes, sizeof bytes, 0) > 0) {
-    }
+std::string receiveToTheEnd(SOCKET from) {
+    std::string bytes;
+    char piece[4096];
+    int count;
+    while ((count = receiveWithin(from, piece, sizeof piece, kPatience)) > 0)
+        bytes.append(piece, static_cast<size_t>(count));
+    return bytes;
 }
 
 } // namespace
@@ -81,9 +62,18 @@ std::vector<std::string> ScriptedFtpServer::commands() const {
     return commands_;
 }
 
+std::string ScriptedFtpServer::stored() const {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    return stored_;
+}
+
+bool ScriptedFtpServer::awaitClosedSessions(int count) const {
+    return waitUntil([&] { return closedSessions_ >= count; }, 10000);
+}
+
 void ScriptedFtpServer::serve() {
     while (!stopping_) {
-        control_ = acceptWithin(listener_.get(), 20);
+        control_ = acceptWithin(listener_.get(), std::chrono::milliseconds(20));
         if (!control_)
             continue;
         {
@@ -92,11 +82,29 @@ void ScriptedFtpServer::serve() {
         }
         bool goesOn = carryOut(stepAt("GREETING", "220 ready\r\n"));
         while (goesOn) {
-            const std::string line = receiveLine(control_.get());
+            const std::string line = receiveCommand();
             goesOn = !line.empty() && handle(line);
         }
         control_.reset();
     }
+}
+
+std::string ScriptedFtpServer::receiveCommand() {
+    std::string line;
+    char c;
+    int count;
+    while ((count = receiveWithin(control_.get(), &c, 1, kPatience)) == 1) {
+        line += c;
+        if (c != '\n')
+            continue;
+        line.erase(line.find_last_not_of("\r\n") + 1);
+        const std::lock_guard<std::mutex> lock(mutex_);
+        commands_.push_back(line);
+        return line;
+    }
+    if (count == 0 || WSAGetLastError() != WSAETIMEDOUT) // a reset when it has left something unread
+        ++closedSessions_;
+    return {};
 }
 
 FtpStep ScriptedFtpServer::stepAt(const std::string &name, const std::string &usual) const {
@@ -105,48 +113,68 @@ FtpStep ScriptedFtpServer::stepAt(const std::string &name, const std::string &us
 }
 
 bool ScriptedFtpServer::carryOut(const FtpStep &step) {
-    if (step.action == FtpStep::StaysSilent)
-        receiveToTheEnd(control_.get()); // until the client has gone
-    if (step.action != FtpStep::Replies)
+    if (step.action == FtpStep::StaysSilent) {
+        while (!receiveCommand().empty()) { // until the client has gone
+        }
+    }
+    if (step.action != FtpStep::Replies || !sendAll(control_.get(), step.reply))
         return false;
-    return sendAll(control_.get(), step.reply);
+    if (step.rest.empty())
+        return true;
+    waitReadable(control_.get(), kReactionTime);
+    sendAll(control_.get(), step.rest); // the client may have gone already
+    return true;
 }
 
 bool ScriptedFtpServer::handle(const std::string &line) {
-    {
-        const std::lock_guard<std::mutex> lock(mutex_);
-        commands_.push_back(line);
-    }
     const size_t blank = line.find(' ');
     const std::string command = line.substr(0, blank);
     const std::string path = blank == std::string::npos ? "" : line.substr(blank + 1);
+    const bool transfers = command == "RETR" || command == "STOR" || command == "LIST";
     const FtpStep step = stepAt(command, usualReply(command, path));
+    if (transfers && script_.acceptsFirst)
+        return transfer(command, path);
     if (!carryOut(step))
         return false;
-    if (command == "RETR" && step.reply.front() == '1')
-        return transfer(path);
-    return command != "QUIT";
+    return !transfers || step.reply.front() != '1' || transfer(command, path);
 }
 
-bool ScriptedFtpServer::transfer(const std::string &path) {
-    UniqueSocket data = acceptWithin(dataListener_.get(), kPatienceMs);
-    const std::string &file = script_.files[path];
-    for (size_t at = 0; at < file.size(); at += std::min(script_.pieceSize, file.size() - at)) {
-        const std::string piece = file.substr(at, script_.pieceSize);
-        sendAll(data.get(), piece);
-        if (piece.size() == script_.pieceSize || script_.resetsData)
-            std::this_thread::sleep_for(kPause);
+bool ScriptedFtpServer::transfer(const std::string &command, const std::string &path) {
+    waitUntil([&] { // a client that gives up says so on the control connection
+        return waitReadable(dataListener_.get(), std::chrono::milliseconds(5)) ||
+               waitReadable(control_.get(), std::chrono::milliseconds(0));
+    });
+    UniqueSocket data = acceptWithin(dataListener_.get(), std::chrono::milliseconds(0));
+    std::string firstReply = script_.acceptsFirst ? "150-coming\r\n150 now\r\n" : "";
+    if (command == "STOR") {
+        sendAll(control_.get(), firstReply);
+        firstReply.clear();
+        const std::string bytes = receiveToTheEnd(data.get());
+        const std::lock_guard<std::mutex> lock(mutex_);
+        stored_ = bytes;
+    } else {
+        const std::string &file = script_.files[path];
+        for (size_t at = 0; at < file.size(); at += std::min(script_.pieceSize, file.size() - at)) {
+            const std::string piece = file.substr(at, script_.pieceSize);
+            sendAll(data.get(), piece);
+            if (piece.size() == script_.pieceSize || script_.dataEnd == FtpScript::Resets)
+                std::this_thread::sleep_for(kPause);
+        }
     }
-    if (script_.resetsData) {
+    if (script_.dataEnd == FtpScript::Resets) {
         const linger atOnce{1, 0};
         setsockopt(data.get(), SOL_SOCKET, SO_LINGER, reinterpret_cast<const char *>(&atOnce), sizeof atOnce);
-    } else {
+    } else if (script_.dataEnd == FtpScript::StaysSilent) {
+        receiveToTheEnd(data.get()); // until the client gives up
+    } else if (!script_.acceptsFirst) {
         // The final reply waits until the client has closed, so that it never comes together with the first.
         shutdown(data.get(), SD_SEND);
         receiveToTheEnd(data.get());
     }
     data.reset();
-    return carryOut(stepAt("FINAL", "226 done\r\n"));
+    FtpStep last = stepAt("FINAL", "226 done\r\n");
+    last.reply.insert(0, firstReply);
+    return carryOut(last);
 }
 
 std::string ScriptedFtpServer::usualReply(const std::string &command, const std::string &path) {

@@ -37,7 +37,7 @@ protected:
         record[84] = 'f';
         for (size_t i = 0; i <= 331; ++i)
             record[8 + i] ^= static_cast<uint8_t>((i % 256) ^ kKey[i % 8]);
-        const uint32_t check = crcRegisterByTable(record.data(), 340);
+        const uint32_t check = crcRegister(record.data(), 340);
         for (size_t i = 0; i < 4; ++i)
             record[340 + i] = static_cast<uint8_t>(check >> (8 * i));
         return record;

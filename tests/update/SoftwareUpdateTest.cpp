@@ -13,6 +13,7 @@
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -95,14 +96,14 @@ protected:
 };
 
 TEST_F(SoftwareUpdateTest, CheckReportsEachStep) {
-    EXPECT_EQ(update_->checkForUpdate(), 1);
+    EXPECT_EQ(update_->checkForUpdate(), CheckResult::NewVersion);
     const struct {
         std::string information;
-        int32_t result;
+        CheckResult result;
     } rows[] = {
-        {entryOf(kNewer) + "\n" + entryOf(kInstalled) + "\n", -6},
-        {std::string("x\0", 2) + entryOf(kInstalled), 1}, // nothing after a NUL counts
-        {"", -5},
+        {entryOf(kNewer) + "\n" + entryOf(kInstalled) + "\n", CheckResult::IsCurrent},
+        {std::string("x\0", 2) + entryOf(kInstalled), CheckResult::NewVersion}, // nothing after a NUL counts
+        {"", CheckResult::EmptyInformation},
     };
     for (const auto &row : rows) {
         script_.files[kInformationPath] = row.information;
@@ -110,14 +111,20 @@ TEST_F(SoftwareUpdateTest, CheckReportsEachStep) {
         EXPECT_EQ(update_->checkForUpdate(), row.result) << row.information;
     }
     server_.setScript({});
-    EXPECT_EQ(update_->checkForUpdate(), -4);
+    EXPECT_EQ(update_->checkForUpdate(), CheckResult::NoInformation);
+    script_.steps["PASS"] = {"", FtpStep::StaysSilent};
+    server_.setScript(script_);
+    QElapsedTimer clock;
+    clock.start();
+    EXPECT_EQ(update_->checkForUpdate(), CheckResult::NoInformation);
+    EXPECT_LT(clock.elapsed(), 8000);
     fs::remove(backup_);
-    EXPECT_EQ(update_->checkForUpdate(), -3);
+    EXPECT_EQ(update_->checkForUpdate(), CheckResult::NoPackageCopy);
     fs::resize_file(configuration_, 343);
-    EXPECT_EQ(update_->checkForUpdate(), -1);
+    EXPECT_EQ(update_->checkForUpdate(), CheckResult::NoConfiguration);
     Registry::DeleteValue(ProductSettings::kProductKey, L"InstallPath");
     bar_->setValue(33);
-    EXPECT_EQ(update_->checkForUpdate(), -1);
+    EXPECT_EQ(update_->checkForUpdate(), CheckResult::NoConfiguration);
     EXPECT_EQ(bar_->value(), 0);
 }
 
