@@ -1,7 +1,6 @@
 // libFuzzer entry: everything that the update reads from a server or a file, on any bytes. The first byte
 // chooses the reader.
 #include "fuzz/Require.h"
-#include "update/Crc32.h"
 #include "update/DownloadBuffer.h"
 #include "update/FtpReply.h"
 #include "update/ServerConfig.h"
@@ -25,8 +24,7 @@ void readReply(const std::string &text) {
     const std::string time = parseFileTime(text);
     require(time.empty() || time.size() == 19);
     portArgument(text, 4711);
-    const auto ownPort = static_cast<uint16_t>(text.size() * 257);
-    require(parsePassivePort("227 (" + portArgument("10.0.0.1", ownPort) + ")") == ownPort);
+    listsInstaller(updateInformationText(text.data(), text.size()), 4711);
 }
 
 int32_t load(const void *bytes, size_t size, ServerConfigRecord &record) {
@@ -58,13 +56,6 @@ void readConfiguration(const std::string &bytes) {
             again.reserved == config.reserved && again.folder == config.folder);
 }
 
-void readInformation(const std::string &bytes) {
-    const uint32_t crc = crcRegister(bytes.data(), bytes.size());
-    const std::string listing = bytes + installerEntry(crc);
-    const bool cut = bytes.find('\0') != std::string::npos;
-    require(cut || listsInstaller(updateInformationText(listing.data(), listing.size()), crc));
-}
-
 void receive(const std::string &bytes) {
     uint64_t numbers[2] = {};
     std::memcpy(numbers, bytes.data(), std::min(bytes.size(), sizeof numbers));
@@ -89,7 +80,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     if (size == 0)
         return 0;
     const std::string bytes(reinterpret_cast<const char *>(data) + 1, size - 1);
-    void (*const readers[])(const std::string &) = {readReply, readConfiguration, readInformation, receive};
+    void (*const readers[])(const std::string &) = {readReply, readConfiguration, receive};
     readers[data[0] % std::size(readers)](bytes);
     return 0;
 }
