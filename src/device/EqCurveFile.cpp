@@ -15,10 +15,15 @@ bool isMissing(const std::wstring &path) {
     return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
 }
 
-void createEmpty(const std::wstring &path) {
+// One level deep: the folder beside the program. An existing one stays as it is.
+void makeFolderOf(const std::wstring &path) {
     const size_t folderEnd = path.find_last_of(L"/\\");
     if (folderEnd != std::wstring::npos)
         CreateDirectoryW(path.substr(0, folderEnd).c_str(), nullptr);
+}
+
+void createEmpty(const std::wstring &path) {
+    makeFolderOf(path);
     const EqCurveStore zeros{};
     WriteFileBytes(path.c_str(), &zeros, sizeof zeros);
 }
@@ -71,6 +76,7 @@ void save(const std::wstring &path, const EqCurveStore &store) {
     const DWORD attributes = GetFileAttributesW(path.c_str());
     if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY))
         return; // the user's wish, which not every system's move respects
+    makeFolderOf(path);
     const std::wstring draftPath = path + L".new";
     const Draft draft = writeDraft(draftPath, store);
     if (draft == Draft::Whole &&

@@ -9,12 +9,12 @@
 
 namespace EqCurveFile {
 
-// Fills the store with what the file holds, count and current clamped to their ranges. A missing file is made
-// of zeros, a missing folder too.
+// Fills the store with what the file holds, its numbers clamped to their ranges. A missing file is made of
+// zeros, a missing folder too.
 void load(const std::wstring &path, EqCurveStore &store);
 
 // Replaces the file by the store. The bytes go to a file beside it first, which then takes its place, so that
-// a full disk or the end of the process in the middle leaves the old file whole.
+// a full disk or the end of the process in the middle leaves the old file whole. A missing folder is made.
 void save(const std::wstring &path, const EqCurveStore &store);
 
 } // namespace EqCurveFile

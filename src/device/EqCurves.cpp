@@ -7,6 +7,9 @@ namespace EqCurves {
 
 namespace {
 
+constexpr int8_t kMinGain = -20; // dB
+constexpr int8_t kMaxGain = 20;
+
 static_assert(sizeof(EqCurve::gain) == sizeof(ExtBlock::gain));
 static_assert(sizeof(EqCurve::name) == (kNameUnits + 1) * sizeof(char16_t));
 
@@ -19,6 +22,10 @@ std::u16string_view fitting(std::u16string_view name) {
 void sanitise(EqCurveStore &store) {
     store.count = std::clamp<int32_t>(store.count, 0, kCapacity);
     store.current = std::clamp<int32_t>(store.current, 0, kCapacity - 1);
+    for (EqCurve &curve : store.curve) {
+        for (int8_t &gain : curve.gain)
+            gain = std::clamp(gain, kMinGain, kMaxGain);
+    }
 }
 
 // The image is packed and may lie at an odd address, so names are copied out before they are read as UTF-16.

@@ -14,7 +14,8 @@ namespace EqCurves {
 constexpr int kCapacity = 10;
 constexpr int kNameUnits = 31;
 
-// Clamps count to 0..10 and current to 0..9, so that no later step reads outside the record.
+// Clamps count to 0..10 and current to 0..9, so that no later step reads outside the record, and every gain
+// to what a slider can show.
 void sanitise(EqCurveStore &store);
 
 // At most kNameUnits units, also of a record whose name has lost its end.

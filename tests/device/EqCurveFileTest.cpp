@@ -48,6 +48,9 @@ TEST_F(EqCurveFileTest, MissingFileAndFolderAreMade) {
     fs::remove_all(folder);
     EXPECT_EQ(loaded(), padded(""));
     EXPECT_EQ(bytes(), padded(""));
+    fs::remove_all(folder);
+    EqCurveFile::save(file.wstring(), EqCurveStore{});
+    EXPECT_EQ(bytes(), padded(""));
 }
 
 TEST_F(EqCurveFileTest, SavedCurvesComeBackWhole) {
@@ -73,7 +76,9 @@ TEST_F(EqCurveFileTest, OddFilesAreReadAsFarAsTheyGo) {
         {"", ""},
         {one + "A\x0D\x0A" + "B", one + "A\x0A" + "B"},
         {one + "A\x1A" + "B", one + "A"},
-        {one + std::string(1000, 'y'), one + std::string(740, 'y')},
+        {one + std::string(1000, '\x12'), one + std::string(740, '\x12')},
+        {padded(one + std::string(64, 'y') + "\x14\x15\x7F\xEC\xEB\x80"), // gains 20, 21, 127, -20, -21, -128
+         padded(one + std::string(64, 'y') + "\x14\x14\x14\xEC\xEC\xEC")},
         {padded("\xFF\xFF\xFF\xFF\x0A"s), padded("\0\0\0\0\x09"s)},  // count -1, current 10
         {padded("\0\xCA\x9A\x3B\xFF\xFF\xFF\xFF"s), padded("\x0A")}, // count 10^9, current -1
     };
