@@ -5,6 +5,11 @@
 #include <cstddef>
 #include <cstdint>
 
+// How an effect's switch byte is read everywhere: one that is neither 0 nor 1 counts as off.
+constexpr bool switchedOn(uint8_t switchByte) {
+    return switchByte == 1;
+}
+
 #pragma pack(push, 1)
 
 // Head of the system settings: bytes 0..31 of DeviceInfo and of SystemBlock.

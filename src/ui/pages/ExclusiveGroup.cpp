@@ -17,7 +17,7 @@ uint8_t SoundBlock::*switchOf(Effect effect) {
 }
 
 bool isOn(const SoundBlock &block, Effect effect) {
-    return block.*switchOf(effect) == 1;
+    return switchedOn(block.*switchOf(effect));
 }
 
 bool toggle(SoundBlock &block, Effect effect) {

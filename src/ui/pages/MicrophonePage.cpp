@@ -5,8 +5,6 @@
 #include "ui/pages/StyleSheetText.h"
 #include "ui_demoClass.h"
 
-#include <QSignalBlocker>
-
 namespace {
 
 void showSound(QWidget &button, bool on) {
@@ -16,7 +14,6 @@ void showSound(QWidget &button, bool on) {
 
 // The label tells what is stored, even where the slider's range does not reach it.
 void showLevel(QSlider &slider, QLabel &label, int level) {
-    const QSignalBlocker filling(slider);
     slider.setValue(level);
     label.setText(QString::number(level));
 }
@@ -58,11 +55,14 @@ void MicrophonePage::connectControls() {
 void MicrophonePage::retranslated() {
     Ui::demoClass &form = context_.form;
     const SystemHead &head = context_.device.system.head;
+    const FlagScope filling(context_.volume.volumeUpdating);
     showLevel(*form.verticalSlider, *form.label_15, head.micLevel);
     showLevel(*form.verticalSlider_2, *form.label_16, head.monitorLevel);
 }
 
 void MicrophonePage::changeLevel(int level) {
+    if (context_.volume.volumeUpdating)
+        return;
     SystemHead &head = context_.device.system.head;
     context_.form.label_15->setText(QString::number(level));
     head.micLevel = level;
@@ -80,6 +80,8 @@ void MicrophonePage::toggleMute() {
 }
 
 void MicrophonePage::changeMonitoringLevel(int level) {
+    if (context_.volume.volumeUpdating)
+        return;
     SystemHead &head = context_.device.system.head;
     context_.form.label_16->setText(QString::number(level));
     head.monitorLevel = level;

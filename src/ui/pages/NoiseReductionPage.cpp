@@ -3,8 +3,6 @@
 #include "ui/pages/StyleSheetText.h"
 #include "ui_demoClass.h"
 
-#include <QSignalBlocker>
-
 namespace {
 constexpr int kDefaultLevel = 50;
 } // namespace
@@ -36,7 +34,7 @@ void NoiseReductionPage::toggleNoiseReduction() {
 
 void NoiseReductionPage::changeLevel(int level) {
     SystemHead &head = context_.device.system.head;
-    if (head.noiseReductionOn != 1)
+    if (context_.volume.volumeUpdating || !switchedOn(head.noiseReductionOn))
         return;
     head.noiseLevel = level;
     context_.device.saveType1Block();
@@ -49,14 +47,13 @@ void NoiseReductionPage::resetLevel() {
 }
 
 void NoiseReductionPage::showLevel() {
-    QSlider &slider = *context_.form.horizontalSlider_17;
-    const QSignalBlocker filling(slider);
-    slider.setValue(context_.device.system.head.noiseLevel);
+    const FlagScope filling(context_.volume.volumeUpdating);
+    context_.form.horizontalSlider_17->setValue(context_.device.system.head.noiseLevel);
 }
 
 void NoiseReductionPage::showNoiseReduction() {
     Ui::demoClass &form = context_.form;
-    const bool on = context_.device.system.head.noiseReductionOn != 0;
+    const bool on = switchedOn(context_.device.system.head.noiseReductionOn);
     StyleSheetText::setProperty(*form.label_208, QStringLiteral("border-image"),
                                 on ? QStringLiteral("url(:/right/png/jiangzao_pic.png)")
                                    : QStringLiteral("url(:/right/png/jiangzao_pic_nor.png)"));

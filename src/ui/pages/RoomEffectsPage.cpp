@@ -3,8 +3,6 @@
 #include "ui/pages/StyleSheetText.h"
 #include "ui_demoClass.h"
 
-#include <QSignalBlocker>
-
 namespace {
 
 constexpr int kRooms = 3;
@@ -26,6 +24,9 @@ RoomEffectsPage::RoomEffectsPage(PageContext context, ExclusiveEffects &effects,
     effects_.attach(Effect::VirtualSurround, *form.pushButton_32, form.label_148, {});
     effects_.attach(Effect::RoomEffect, *form.pushButton_33, form.label_150,
                     {form.btn_room1, form.btn_room2, form.btn_room3});
+    for (QWidget *hidden :
+         std::initializer_list<QWidget *>{form.comboBox_2, form.pushButton_27, form.label_175})
+        hidden->hide();
     showStored();
     connectControls();
 }
@@ -34,15 +35,8 @@ void RoomEffectsPage::showStored() {
     const Ui::demoClass &form = context_.form;
     const SoundBlock &sound = context_.device.sound;
     moveMark(markedRoom_, roomButton(sound.room));
-    moveMark(markedPosition_, positionButton(sound.position));
-    if (markedPosition_) {
-        const QSignalBlocker silent(form.comboBox_2);
-        form.comboBox_2->setCurrentIndex(sound.position - 1);
-    }
-    StyleSheetText::showSwitch(*form.pushButton_27, sound.hiddenSwitch == 1);
-    form.comboBox_2->hide();
-    form.pushButton_27->hide();
-    form.label_175->hide();
+    showPosition(sound.position);
+    StyleSheetText::showSwitch(*form.pushButton_27, switchedOn(sound.hiddenSwitch));
 }
 
 void RoomEffectsPage::connectControls() {
@@ -62,20 +56,23 @@ void RoomEffectsPage::chooseRoom(int room) {
     context_.device.saveType2Block();
 }
 
-// The box is moved along and answers with selectMode, which must not send the same choice again.
 void RoomEffectsPage::choosePosition(int position) {
-    moveMark(markedPosition_, positionButton(position));
-    {
-        const FlagScope moving(movingPositionBox_);
-        context_.form.comboBox_2->setCurrentIndex(position - 1);
-    }
+    showPosition(position);
     context_.device.sound.position = static_cast<uint8_t>(position);
     context_.device.saveType2Block();
 }
 
 void RoomEffectsPage::selectMode(int index) {
-    if (!movingPositionBox_ && index >= 0 && index < kPositions)
+    if (!context_.volume.volumeUpdating && index >= 0 && index < kPositions)
         choosePosition(index + 1);
+}
+
+// The hidden box is moved along, without its handler: it must not send the same choice again.
+void RoomEffectsPage::showPosition(int position) {
+    moveMark(markedPosition_, positionButton(position));
+    const FlagScope filling(context_.volume.volumeUpdating);
+    if (markedPosition_)
+        context_.form.comboBox_2->setCurrentIndex(position - 1);
 }
 
 QPushButton *RoomEffectsPage::roomButton(int room) const {

@@ -17,11 +17,14 @@ public:
     // Selects position index + 1, as the hidden position box says it; other indices than 0..3 are ignored.
     void selectMode(int index);
 
-private:
+    // Marks the room and the position that the block holds.
     void showStored();
+
+private:
     void connectControls();
     void chooseRoom(int room);
     void choosePosition(int position);
+    void showPosition(int position);
 
     QPushButton *roomButton(int room) const;         // null for a room that does not exist
     QPushButton *positionButton(int position) const; // likewise
@@ -30,5 +33,4 @@ private:
     ExclusiveEffects &effects_;
     QPushButton *markedRoom_ = nullptr;
     QPushButton *markedPosition_ = nullptr;
-    bool movingPositionBox_ = false;
 };

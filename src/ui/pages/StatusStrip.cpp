@@ -37,12 +37,12 @@ void StatusStrip::refresh() {
         QLabel *caption, *value;
         bool on;
     } functions[] = {
-        {form.label_138, form.label_149, sound.muted == 0},           // speaker
-        {form.label_151, form.label_154, sound.equalizerOn != 0},     // equalizer
-        {nullptr, form.label_158, sound.soundFieldOn != 0},           // sound-field positioning
-        {form.label_139, form.label_147, head.micMuted == 0},         // microphone
-        {form.label_156, form.label_153, head.voiceEffectOn != 0},    // voice effects
-        {form.label_159, form.label_155, head.noiseReductionOn != 0}, // noise reduction
+        {form.label_138, form.label_149, sound.muted == 0},                  // speaker
+        {form.label_151, form.label_154, switchedOn(sound.equalizerOn)},     // equalizer
+        {nullptr, form.label_158, switchedOn(sound.soundFieldOn)},           // sound-field positioning
+        {form.label_139, form.label_147, head.micMuted == 0},                // microphone
+        {form.label_156, form.label_153, switchedOn(head.voiceEffectOn)},    // voice effects
+        {form.label_159, form.label_155, switchedOn(head.noiseReductionOn)}, // noise reduction
     };
     for (const auto &function : functions) {
         if (function.caption)

@@ -42,7 +42,7 @@ void VoiceEffectsPage::connectControls() {
     connect(form.pushButton_8, &QPushButton::clicked, this, &VoiceEffectsPage::toggleEffects);
     // The check box over the voices says and does the same as the switch.
     connect(form.checkBox_6, &QCheckBox::toggled, this, [this](bool on) {
-        if (on != (context_.device.system.head.voiceEffectOn != 0))
+        if (on != switchedOn(context_.device.system.head.voiceEffectOn))
             toggleEffects();
     });
     connect(form.checkBox_5, &QCheckBox::toggled, this, &VoiceEffectsPage::changeEcho);
@@ -55,7 +55,7 @@ void VoiceEffectsPage::connectControls() {
 
 void VoiceEffectsPage::chooseVoice(int voice) {
     SystemHead &head = context_.device.system.head;
-    if (head.voiceEffectOn != 1)
+    if (!switchedOn(head.voiceEffectOn))
         return;
     head.voiceEffect = static_cast<uint8_t>(voice);
     showVoice();
@@ -92,7 +92,7 @@ void VoiceEffectsPage::showVoice() {
 
 void VoiceEffectsPage::showEffects() {
     Ui::demoClass &form = context_.form;
-    const bool on = context_.device.system.head.voiceEffectOn != 0;
+    const bool on = switchedOn(context_.device.system.head.voiceEffectOn);
     StyleSheetText::showSwitch(*form.pushButton_8, on);
     StyleSheetText::showCaption(*form.label_18, on);
     form.checkBox_6->setChecked(on);
