@@ -19,11 +19,17 @@ Ending ensureElevated() {
     return DeviceApi::restartElevated() ? 1 : -1;
 }
 
-void takeOverFromRunningInstance() {
+bool takeOverFromRunningInstance() {
     if (!DeviceApi::anotherInstanceRuns(kInstanceMutex))
-        return;
+        return false;
     ProductSettings::writeDword(ProductSettings::kExitRequest, 1);
     Sleep(kHandoverMs);
+    return true;
+}
+
+void withdrawRequest() {
+    if (ProductSettings::readDword(ProductSettings::kExitRequest).value_or(0) != 0)
+        ProductSettings::writeDword(ProductSettings::kExitRequest, 0);
 }
 
 Ending requireDevice() {
@@ -31,8 +37,7 @@ Ending requireDevice() {
         return std::nullopt;
     // The two leading blanks belong to the text.
     ShowMessageByLocale(L"Can't connect to device", L"  找不到设备", L"温馨提示", MB_OK);
-    if (ProductSettings::readDword(ProductSettings::kExitRequest).value_or(0) != 0)
-        ProductSettings::writeDword(ProductSettings::kExitRequest, 0);
+    withdrawRequest();
     return 0;
 }
 

@@ -11,8 +11,12 @@ using Ending = std::optional<int>;
 // A process that is not elevated starts itself again elevated and ends: 1, or -1 when that was refused.
 Ending ensureElevated();
 
-// Asks a running instance to end, through the registry, and gives it a second.
-void takeOverFromRunningInstance();
+// Asks a running instance to end, through the registry, and gives it a second. True when there is one.
+bool takeOverFromRunningInstance();
+
+// Takes the request back when nobody has followed it, lest this process follows it itself: an instance that
+// hangs stays.
+void withdrawRequest();
 
 // Without a headset: message, withdrawn request, exit code 0.
 Ending requireDevice();

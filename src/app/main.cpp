@@ -22,7 +22,7 @@ void centreOnPrimaryScreen(QWidget &window) {
     window.move((screen.width() - window.width()) / 2, (screen.height() - window.height()) / 2);
 }
 
-int runPanel(QApplication &application) {
+int runPanel(QApplication &application, bool takesOver) {
     QPixmapCache::setCacheLimit(kPictureCache);
     // A dialog may close while the panel is hidden behind its tray icon.
     QApplication::setQuitOnLastWindowClosed(false);
@@ -31,6 +31,8 @@ int runPanel(QApplication &application) {
 
     // On the heap: the paths that end the process from within destroy the window themselves.
     const auto window = std::make_unique<demo>();
+    if (takesOver)
+        StartUp::withdrawRequest(); // as late as its own poll allows, for an older instance that is slow
     centreOnPrimaryScreen(*window);
     window->setWindowTitle(QString::fromStdWString(ProductSettings::productDisplayName()));
     window->show();
@@ -44,12 +46,12 @@ int runPanel(QApplication &application) {
 int main(int argc, char *argv[]) {
     if (const StartUp::Ending ending = StartUp::ensureElevated())
         return *ending;
-    StartUp::takeOverFromRunningInstance();
+    const bool takesOver = StartUp::takeOverFromRunningInstance();
     if (const StartUp::Ending ending = StartUp::requireDevice())
         return *ending;
 
     qputenv("QT_ENABLE_HIGHDPI_SCALING", "1");
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps); // icons as sharp as the display is
     QApplication application(argc, argv);
-    return runPanel(application);
+    return runPanel(application, takesOver);
 }
