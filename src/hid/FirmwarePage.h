@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <QAbstractButton>
 #include <QLabel>
 #include <QLineEdit>
@@ -23,7 +24,8 @@ class FirmwarePage : public QObject {
 
 public:
     // window: parent of the file dialog.
-    FirmwarePage(QWidget *window, const FirmwareWidgets &widgets, QObject *parent);
+    FirmwarePage(QWidget &window, const FirmwareWidgets &widgets);
+    ~FirmwarePage() override;
 
     // True from the start of the first upgrade until the program ends.
     bool upgradeInProgress() const { return upgradeInProgress_; }
@@ -34,17 +36,20 @@ public:
     void upgradeEarphone();
     void upgradeDongle();
 
-private:
-    friend uint32_t reportUpgradeStage(FirmwarePage &page, int32_t value, uint32_t stage);
+    // What a worker holds of the page, which may be gone before the worker ends.
+    class Link;
+    const std::shared_ptr<Link> &link() const { return link_; }
 
+private:
     using Worker = unsigned long(__stdcall *)(void *);
     void startUpgrade(const QString &missingPathText, Worker worker);
 
-    QWidget *const window_;
+    QWidget &window_;
     const FirmwareWidgets widgets_;
+    const std::shared_ptr<Link> link_;
     bool upgradeInProgress_ = false;
 };
 
-// Shows an upgrade's stage (UpgradeStage.h) on the page; for workers, from any thread. Reports of one thread
-// are shown in their order. Returns 0.
-uint32_t reportUpgradeStage(FirmwarePage &page, int32_t value, uint32_t stage);
+// Shows an upgrade's stage (UpgradeStage.h) on the page, if that still is there; for workers, from any
+// thread. Reports of one thread are shown in their order. Returns 0.
+uint32_t reportUpgradeStage(FirmwarePage::Link &page, int32_t value, uint32_t stage);

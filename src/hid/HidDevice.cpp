@@ -71,12 +71,15 @@ int32_t HidDevice::reset() {
 }
 
 UniqueFileHandle HidDevice::openByIndex(uint32_t index, std::wstring &path) {
-    std::optional<std::wstring> found;
-    UniqueFileHandle device = HidSearch::openByIndex(index, found);
-    noMoreDevices_ = !found;
-    if (found)
-        path = std::move(*found);
-    return device;
+    HidSearch::IndexedDevice device = HidSearch::openByIndex(index);
+    noMoreDevices_ = !device.path;
+    if (device.path)
+        path = std::move(*device.path);
+    return std::move(device.handle);
+}
+
+bool HidDevice::isConnected() const {
+    return isOpen_ && hasIds(deviceHandle_.get(), 0, 0);
 }
 
 bool HidDevice::hasReportId(HANDLE device, uint16_t reportId) {

@@ -48,6 +48,8 @@ public:
     bool getFeature(uint8_t *out, uint32_t length);
 
     bool isOpen() const { return isOpen_; }
+    // Whether the open device still answers: an unplugged one stays open, but does not.
+    bool isConnected() const;
     bool noMoreDevices() const { return noMoreDevices_ != 0; }
     int32_t inputReportLength() const { return inputReportLength_; }
     int32_t outputReportLength() const { return outputReportLength_; }

@@ -89,11 +89,13 @@ UniqueFileHandle openPath(const std::wstring &path) {
                                         FILE_FLAG_OVERLAPPED, nullptr));
 }
 
-UniqueFileHandle openByIndex(uint32_t index, std::optional<std::wstring> &path) {
+IndexedDevice openByIndex(uint32_t index) {
     const GUID guid = hidGuid();
     const UniqueDeviceInfoList devices = presentDevices(guid);
-    path = interfacePath(devices.get(), guid, index);
-    return path ? openPath(*path) : UniqueFileHandle();
+    IndexedDevice device{interfacePath(devices.get(), guid, index), {}};
+    if (device.path)
+        device.handle = openPath(*device.path);
+    return device;
 }
 
 bool hasReportId(HANDLE device, uint16_t reportId) {

@@ -15,9 +15,13 @@ uint32_t presentDeviceCount();
 // For overlapped reading and writing, shared with others.
 UniqueFileHandle openPath(const std::wstring &path);
 
-// Opens the present HID interface of this index. path: its device path, also when it cannot be opened; none
-// past the last interface or when it cannot be read.
-UniqueFileHandle openByIndex(uint32_t index, std::optional<std::wstring> &path);
+struct IndexedDevice {
+    std::optional<std::wstring> path; // none past the last interface or when it cannot be read
+    UniqueFileHandle handle;          // empty when it cannot be opened
+};
+
+// Opens the present HID interface of this index.
+IndexedDevice openByIndex(uint32_t index);
 
 // See HidDevice.
 bool hasReportId(HANDLE device, uint16_t reportId);

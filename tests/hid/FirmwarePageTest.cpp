@@ -25,7 +25,7 @@ struct Panel {
     QPushButton earphone{&window};
     QLabel status{QStringLiteral("before"), &window};
     QProgressBar progress{&window};
-    FirmwarePage page{&window, {&path, &browse, &dongle, &earphone, &status, &progress}, nullptr};
+    FirmwarePage page{window, {&path, &browse, &dongle, &earphone, &status, &progress}};
 };
 
 class FirmwarePageTest : public testing::Test {
@@ -69,7 +69,7 @@ TEST_F(FirmwarePageTest, StagesAreShownThroughTheEventLoop) {
     for (const auto &step : steps) {
         const QString statusBefore = panel.status.text();
         const int progressBefore = panel.progress.value();
-        EXPECT_EQ(reportUpgradeStage(panel.page, step.value, step.stage), 0u);
+        EXPECT_EQ(reportUpgradeStage(*panel.page.link(), step.value, step.stage), 0u);
         EXPECT_EQ(panel.status.text(), statusBefore) << "must be queued";
         EXPECT_EQ(panel.progress.value(), progressBefore);
         QCoreApplication::processEvents();
