@@ -16,8 +16,16 @@ int32_t readDeviceInfo(DeviceInfo &info) {
     return ::getDeviceInfo(0, &info, kAccessKey);
 }
 
-int32_t writeBlock(DeviceInfo &info, BlockType type, void *block) {
-    return ::setDeviceProperty(&info, static_cast<int32_t>(type), block, kAccessKey);
+int32_t writeBlock(DeviceInfo &info, SystemBlock &block) {
+    return ::setDeviceProperty(&info, 1, &block, kAccessKey);
+}
+
+int32_t writeBlock(DeviceInfo &info, SoundBlock &block) {
+    return ::setDeviceProperty(&info, 2, &block, kAccessKey);
+}
+
+int32_t writeBlock(DeviceInfo &info, ExtBlock &block) {
+    return ::setDeviceProperty(&info, 3, &block, kAccessKey);
 }
 
 void releaseDevice(DeviceInfo &info) {

@@ -11,7 +11,6 @@ namespace DeviceApi {
 
 constexpr uint32_t kAccessKey = 0x5A21C3E4;
 
-enum class BlockType : int32_t { System = 1, Sound = 2, Extension = 3 };
 enum class Endpoint : int32_t { Playback = 0, Microphone = 1 };
 enum class ShowCommand : int32_t { Hidden = 0, Shown = 5 };
 
@@ -21,7 +20,10 @@ using HidReport = std::array<uint8_t, 64>;
 int32_t initDriver();
 int32_t deviceCount();
 int32_t readDeviceInfo(DeviceInfo &info);
-int32_t writeBlock(DeviceInfo &info, BlockType type, void *block);
+// Each as the type that its structure has.
+int32_t writeBlock(DeviceInfo &info, SystemBlock &block);
+int32_t writeBlock(DeviceInfo &info, SoundBlock &block);
+int32_t writeBlock(DeviceInfo &info, ExtBlock &block);
 void releaseDevice(DeviceInfo &info);
 
 // Zeroes the four numbers first, as the library asks.

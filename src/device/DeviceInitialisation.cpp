@@ -3,7 +3,6 @@
 #include "device/DeviceApi.h"
 #include "device/EqCurveFile.h"
 #include "helpers/LogHelper.h"
-#include "helpers/MessageBoxes.h"
 #include "helpers/ProductSettings.h"
 #include "helpers/Registry.h"
 
@@ -57,15 +56,11 @@ void ensureUserKey() {
     }
 }
 
-bool readDevice(DeviceState &device, const std::wstring &curveFilePath) {
-    if (DeviceApi::initDriver() < 0) {
-        ShowMessage(QStringLiteral("install driver FAILED"), nullptr, MB_OK);
-        return false;
-    }
-    if (DeviceApi::readDeviceInfo(device.info) < 0) {
-        ShowMessage(QStringLiteral("get device info FAILED"), nullptr, MB_OK);
-        return false;
-    }
+Reading readDevice(DeviceState &device, const std::wstring &curveFilePath) {
+    if (DeviceApi::initDriver() < 0)
+        return Reading::DriverFailed;
+    if (DeviceApi::readDeviceInfo(device.info) < 0)
+        return Reading::DeviceInfoFailed;
     device.sound = device.info.sound;
     device.system.head = device.info.system;
     EqCurveFile::load(curveFilePath, device.curves);
@@ -73,7 +68,7 @@ bool readDevice(DeviceState &device, const std::wstring &curveFilePath) {
     device.extension = device.info.extension;
     device.system.headCopy = device.system.head;
     device.system.sound = device.sound;
-    return true;
+    return Reading::Done;
 }
 
 void applyStoredVolumes(DeviceState &device) {

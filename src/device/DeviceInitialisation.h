@@ -14,12 +14,14 @@ std::wstring configFilePath();
 // Creates the per-user key when it does not exist. A failure is logged.
 void ensureUserKey();
 
-// Calls the library's init and getDeviceInfo and fills all blocks and the EQ curve store from curveFilePath.
-// On a failure shows its message box and returns false: the process is then to be ended with exit code 0.
-bool readDevice(DeviceState &device, const std::wstring &curveFilePath);
+enum class Reading { Done, DriverFailed, DeviceInfoFailed };
 
-// Sends the stored speaker and microphone volumes to Windows. Full scale goes by way of 99 and, after half a
-// second, 100: Windows and the headset settle on the same value only when it changes.
+// Calls the library's init and getDeviceInfo and fills all blocks and the EQ curve store from curveFilePath.
+// After a failure nothing may be written to the device.
+Reading readDevice(DeviceState &device, const std::wstring &curveFilePath);
+
+// Sends the stored speaker and microphone volumes to Windows. Full scale is sent as 99 and, half a second
+// later, as 100.
 void applyStoredVolumes(DeviceState &device);
 
 // First writes of the system block and the sound block.

@@ -2,6 +2,8 @@
 
 #include "device/DeviceApi.h"
 
+#include <cstring>
+
 namespace {
 
 void tell(const std::function<void()> &listener) {
@@ -13,22 +15,27 @@ void tell(const std::function<void()> &listener) {
 
 void DeviceState::saveType1Block() {
     system.headCopy = system.head;
-    DeviceApi::writeBlock(info, DeviceApi::BlockType::System, &system);
+    DeviceApi::writeBlock(info, system);
     tell(written);
 }
 
 int32_t DeviceState::saveType2Block() {
     system.sound = sound;
-    const int32_t result = DeviceApi::writeBlock(info, DeviceApi::BlockType::Sound, &sound);
+    virtualSurroundOn = sound.virtualSurroundOn;
+    const int32_t result = DeviceApi::writeBlock(info, sound);
     tell(written);
     return result;
 }
 
 void DeviceState::saveType3Block() {
-    DeviceApi::writeBlock(info, DeviceApi::BlockType::Extension, &extension);
+    DeviceApi::writeBlock(info, extension);
     tell(written);
 }
 
 void DeviceState::refreshSoundBlock() {
+    if (std::memcmp(&sound, &info.sound, sizeof sound) == 0)
+        return;
     sound = info.sound;
+    virtualSurroundOn = sound.virtualSurroundOn;
+    tell(soundReplaced);
 }

@@ -4,6 +4,7 @@
 
 #include "device/PropertyBlocks.h"
 
+#include <atomic>
 #include <functional>
 
 struct DeviceState {
@@ -26,4 +27,10 @@ struct DeviceState {
 
     // Takes the device's current sound image (DeviceInfo bytes 32..606) back into SoundBlock.
     void refreshSoundBlock();
+    // Called when that image differed from SoundBlock, for all who show it; may be empty.
+    std::function<void()> soundReplaced;
+
+    // The switch of SoundBlock byte 1 for the device event listener's thread: follows every write of the
+    // block and every refresh.
+    std::atomic<uint8_t> virtualSurroundOn{0};
 };

@@ -1,5 +1,6 @@
 #include "ui/PageSet.h"
 
+#include "hid/DeviceEventListener.h"
 #include "hid/FirmwarePage.h"
 #include "ui/pages/BatteryStatus.h"
 #include "ui/pages/EqualizerPage.h"
@@ -12,13 +13,17 @@
 #include "ui/pages/SoundFieldPage.h"
 #include "ui/pages/SpatialSoundPage.h"
 #include "ui/pages/StatusStrip.h"
+#include "ui/pages/SystemVolumeWatcher.h"
 #include "ui/pages/VoiceEffectsPage.h"
+#include "ui/pages/VolumePage.h"
 #include "ui/Translation.h"
 #include "ui/WindowTimers.h"
 #include "ui_demoClass.h"
 #include "update/SoftwareUpdate.h"
 
 namespace {
+
+constexpr int kDevicesSettleMs = 100; // a plugged receiver brings several devices, one message each
 
 FirmwareWidgets firmwareWidgets(const Ui::demoClass &form) {
     return {form.lineEdit_4,    form.pushButton_10, form.pushButton_11,
@@ -31,29 +36,62 @@ UpdateWidgets updateWidgets(const Ui::demoClass &form) {
 
 } // namespace
 
-PageSet::PageSet(PageContext context, WindowTimers &timers, const QString &curveFilePath,
-                 VolumePage::Services volumeServices)
-    : volume_(std::make_unique<VolumePage>(context, std::move(volumeServices), nullptr)),
-      sampleRate_(std::make_unique<SampleRatePage>(context, nullptr)),
-      exclusiveEffects_(std::make_unique<ExclusiveEffects>(context, timers.rotation, nullptr)),
-      equalizer_(std::make_unique<EqualizerPage>(context, *exclusiveEffects_, curveFilePath.toStdWString(),
-                                                 nullptr)),
-      roomEffects_(std::make_unique<RoomEffectsPage>(context, *exclusiveEffects_, nullptr)),
-      soundField_(std::make_unique<SoundFieldPage>(context, *exclusiveEffects_, timers.rotation, nullptr)),
-      spatialSound_(std::make_unique<SpatialSoundPage>(context, *exclusiveEffects_, nullptr)),
-      microphone_(std::make_unique<MicrophonePage>(context, nullptr)),
-      voiceEffects_(std::make_unique<VoiceEffectsPage>(context, nullptr)),
-      noiseReduction_(std::make_unique<NoiseReductionPage>(context, nullptr)),
-      led_(std::make_unique<LedPage>(context, nullptr)),
-      battery_(std::make_unique<BatteryStatus>(context, timers.battery, nullptr)),
-      statusStrip_(std::make_unique<StatusStrip>(context, nullptr)),
-      firmware_(std::make_unique<FirmwarePage>(&context.window, firmwareWidgets(context.form), nullptr)),
-      update_(std::make_unique<SoftwareUpdate>(updateWidgets(context.form), context.language)) {
-    QObject::connect(&timers.firstBattery, &QTimer::timeout, battery_.get(),
+PageSet::PageSet(PageContext context, WindowTimers &timers, const QString &curveFilePath) : timers_(timers) {
+    setUpVolume(context);
+    sampleRate_ = std::make_unique<SampleRatePage>(context, nullptr);
+    exclusiveEffects_ = std::make_unique<ExclusiveEffects>(context, timers.rotation, nullptr);
+    equalizer_ =
+        std::make_unique<EqualizerPage>(context, *exclusiveEffects_, curveFilePath.toStdWString(), nullptr);
+    roomEffects_ = std::make_unique<RoomEffectsPage>(context, *exclusiveEffects_, nullptr);
+    soundField_ = std::make_unique<SoundFieldPage>(context, *exclusiveEffects_, timers.rotation, nullptr);
+    spatialSound_ = std::make_unique<SpatialSoundPage>(context, *exclusiveEffects_, nullptr);
+    microphone_ = std::make_unique<MicrophonePage>(context, nullptr);
+    voiceEffects_ = std::make_unique<VoiceEffectsPage>(context, nullptr);
+    noiseReduction_ = std::make_unique<NoiseReductionPage>(context, nullptr);
+    led_ = std::make_unique<LedPage>(context, nullptr);
+    battery_ = std::make_unique<BatteryStatus>(context, timers.battery, nullptr);
+    statusStrip_ = std::make_unique<StatusStrip>(context, nullptr);
+    firmware_ = std::make_unique<FirmwarePage>(context.window, firmwareWidgets(context.form));
+    update_ = std::make_unique<SoftwareUpdate>(updateWidgets(context.form), context.language);
+    QObject::connect(&timers.batteryNow, &QTimer::timeout, battery_.get(),
                      &BatteryStatus::refreshBatteryStatus);
+    context.device.soundReplaced = [this] { showSoundBlock(); };
+}
+
+void PageSet::setUpVolume(PageContext context) {
+    volume_ = std::make_unique<VolumePage>(context);
+    timers_.startForPages();
+    volumeWatcher_ = std::make_unique<SystemVolumeWatcher>(&context.window);
+    volume_->follow(*volumeWatcher_);
+    listener_ =
+        std::make_unique<DeviceEventListener>(context.device.virtualSurroundOn, *context.form.pushButton_32);
+    volume_->start();
 }
 
 PageSet::~PageSet() = default;
+
+void PageSet::endListener() {
+    listener_.reset();
+}
+
+void PageSet::endVolumeWatcher() {
+    volumeWatcher_.reset();
+}
+
+void PageSet::devicesChanged() {
+    if (listener_)
+        listener_->devicesChanged();
+    if (!timers_.batteryNow.isActive())
+        timers_.batteryNow.start(kDevicesSettleMs);
+}
+
+void PageSet::showSoundBlock() {
+    volume_->showStored();
+    exclusiveEffects_->showStored();
+    roomEffects_->showStored();
+    soundField_->showStored();
+    statusStrip_->refresh();
+}
 
 void PageSet::addRefillsTo(Translation &translation) {
     translation.addRefill([this] { volume_->retranslated(); });

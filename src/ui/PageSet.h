@@ -1,14 +1,14 @@
-// All page controllers, built in the order in which the device expects their first calls. Owned by the main
-// window.
+// All page controllers and what reaches them from other threads, built in the order in which the device
+// expects their first calls. Owned by the main window.
 #pragma once
 
 #include "ui/pages/PageContext.h"
-#include "ui/pages/VolumePage.h"
 
 #include <memory>
 #include <QPushButton>
 
 class BatteryStatus;
+class DeviceEventListener;
 class EqualizerPage;
 class ExclusiveEffects;
 class FirmwarePage;
@@ -21,15 +21,25 @@ class SoftwareUpdate;
 class SoundFieldPage;
 class SpatialSoundPage;
 class StatusStrip;
+class SystemVolumeWatcher;
 class Translation;
 class VoiceEffectsPage;
+class VolumePage;
 class WindowTimers;
 
 class PageSet {
 public:
-    PageSet(PageContext context, WindowTimers &timers, const QString &curveFilePath,
-            VolumePage::Services volumeServices);
+    // Starts the timers, the volume watcher and the device event listener at their places in the volume
+    // page's set-up.
+    PageSet(PageContext context, WindowTimers &timers, const QString &curveFilePath);
     ~PageSet();
+
+    // The two ends of what comes from other threads, in the order of the device's shutdown.
+    void endListener();
+    void endVolumeWatcher();
+
+    // The receiver may have come or gone.
+    void devicesChanged();
 
     // What has to be written back after every change of language.
     void addRefillsTo(Translation &translation);
@@ -42,8 +52,14 @@ public:
     bool upgradeInProgress() const;
 
 private:
+    void setUpVolume(PageContext context);
+    void showSoundBlock();
+
+    WindowTimers &timers_;
     // In the order of construction.
     std::unique_ptr<VolumePage> volume_;
+    std::unique_ptr<SystemVolumeWatcher> volumeWatcher_;
+    std::unique_ptr<DeviceEventListener> listener_;
     std::unique_ptr<SampleRatePage> sampleRate_;
     std::unique_ptr<ExclusiveEffects> exclusiveEffects_;
     std::unique_ptr<EqualizerPage> equalizer_;

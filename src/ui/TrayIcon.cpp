@@ -28,16 +28,23 @@ void TrayIcon::create() {
     menu->addAction(exitAction);
     connect(exitAction, &QAction::triggered, this, [this] { endProcess(&mainWindow_); });
 
-    auto *icon = new QSystemTrayIcon(&mainWindow_);
-    icon->setIcon(QIcon(QStringLiteral(":/demo/demo.ico")));
-    icon->setContextMenu(menu);
-    icon->setToolTip(QString::fromStdWString(ProductSettings::productDisplayName()));
-    icon->setVisible(true);
-    connect(icon, &QSystemTrayIcon::activated, this, &TrayIcon::activated);
+    icon_ = new QSystemTrayIcon(&mainWindow_);
+    icon_->setIcon(QIcon(QStringLiteral(":/demo/demo.ico")));
+    icon_->setContextMenu(menu);
+    icon_->setToolTip(QString::fromStdWString(ProductSettings::productDisplayName()));
+    icon_->setVisible(true);
+    connect(icon_, &QSystemTrayIcon::activated, this, &TrayIcon::activated);
+}
+
+void TrayIcon::remove() {
+    if (icon_)
+        icon_->hide();
 }
 
 // A double click only shows the window: a minimised one stays minimised.
 void TrayIcon::activated(QSystemTrayIcon::ActivationReason reason) {
+    if (!windowIsUp_)
+        return;
     if (reason == QSystemTrayIcon::DoubleClick) {
         mainWindow_.show();
     } else if (reason == QSystemTrayIcon::Trigger) {

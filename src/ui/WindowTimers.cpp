@@ -2,18 +2,24 @@
 
 WindowTimers::WindowTimers(QObject *window)
     : handover(window), reLayout(window), rotation(window), tick(window), battery(window),
-      firstBattery(window) {
+      batteryNow(window) {
     handover.setInterval(100);
     reLayout.setInterval(100);
     reLayout.setSingleShot(true);
     rotation.setInterval(100);
     tick.setInterval(100);
     battery.setInterval(5000);
-    firstBattery.setInterval(0);
-    firstBattery.setSingleShot(true);
+    batteryNow.setInterval(0);
+    batteryNow.setSingleShot(true);
+}
+
+void WindowTimers::startForPages() {
+    tick.start();
+    battery.start();
+    batteryNow.start(); // fires when the event loop first runs: the window is up then
 }
 
 void WindowTimers::stopAll() {
-    for (QTimer *timer : {&handover, &reLayout, &rotation, &tick, &battery, &firstBattery})
+    for (QTimer *timer : {&handover, &reLayout, &rotation, &tick, &battery, &batteryNow})
         timer->stop();
 }

@@ -7,12 +7,14 @@ class WindowTimers {
 public:
     explicit WindowTimers(QObject *window);
 
-    QTimer handover;     // 100 ms: has a newer instance asked this one to end?
-    QTimer reLayout;     // once, 100 ms after construction
-    QTimer rotation;     // 100 ms: a step of the rotating sound field
-    QTimer tick;         // 100 ms: the tick counter
-    QTimer battery;      // 5 s: battery and connection state
-    QTimer firstBattery; // once, when the window is up
+    QTimer handover;   // 100 ms: has a newer instance asked this one to end?
+    QTimer reLayout;   // once, 100 ms after construction
+    QTimer rotation;   // 100 ms: a step of the rotating sound field
+    QTimer tick;       // 100 ms: the tick counter
+    QTimer battery;    // 5 s: battery and connection state
+    QTimer batteryNow; // once: when the window is up, and after devices came or went
 
+    // Those that run from the pages' set-up on.
+    void startForPages();
     void stopAll();
 };

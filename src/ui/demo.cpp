@@ -2,16 +2,16 @@
 
 #include "device/DeviceApi.h"
 #include "device/DeviceInitialisation.h"
+#include "helpers/MessageBoxes.h"
 #include "helpers/ProductSettings.h"
-#include "hid/DeviceEventListener.h"
 #include "ui/LanguageChoice.h"
 #include "ui/MakerActions.h"
 #include "ui/Navigation.h"
 #include "ui/pages/MonitoringTask.h"
-#include "ui/pages/SystemVolumeWatcher.h"
 #include "ui/PageSet.h"
 #include "ui/ProcessEnd.h"
 #include "ui/SettingsDialog.h"
+#include "ui/SystemEvents.h"
 #include "ui/Translation.h"
 #include "ui/TrayIcon.h"
 #include "ui/VersionDialog.h"
@@ -55,14 +55,21 @@ demo::demo(QWidget *parent)
 
 demo::~demo() {
     timers_.stopAll();
-    if (!pages_)
-        return; // ended from the tray while the start fails: there are no settings to write back
+    shutDownDevice();
+}
+
+void demo::shutDownDevice() {
+    if (!deviceRead_)
+        return; // ended while the start fails: there are no settings to write back
+    deviceRead_ = false;
+    if (pages_)
+        pages_->endListener();
     MonitoringTask::follow(false);
-    delete volumeWatcher_;
+    if (pages_)
+        pages_->endVolumeWatcher();
     device_.system.head.monitoringOn = 0;
     device_.saveType1Block();
     DeviceApi::releaseDevice(device_.info);
-    detachDeviceEventListener();
 }
 
 void demo::setUpForm() {
@@ -84,14 +91,27 @@ void demo::initialiseDevice() {
         ShowTray();
     configFilePath_ = DeviceInitialisation::configFilePath();
     DeviceInitialisation::ensureUserKey();
-    if (!DeviceInitialisation::readDevice(device_, curveFilePath_.toStdWString()))
-        endProcessAtOnce();
+    readDevice();
     DeviceInitialisation::applyStoredVolumes(device_);
     DeviceInitialisation::writeBlocks(device_);
     setUpPages();
     startHandoverPoll();
     DeviceApi::readUsbIds(device_.usbIds);
     pages_->checkForUpdateAtStart(*navigation_->button(kUpgradePage));
+}
+
+void demo::readDevice() {
+    using DeviceInitialisation::Reading;
+    const Reading reading = DeviceInitialisation::readDevice(device_, curveFilePath_.toStdWString());
+    if (reading == Reading::Done) {
+        deviceRead_ = true;
+        return;
+    }
+    ShowMessage(reading == Reading::DriverFailed ? QStringLiteral("install driver FAILED")
+                                                 : QStringLiteral("get device info FAILED"),
+                nullptr, MB_OK);
+    trayIcon_->remove();
+    endProcessAtOnce();
 }
 
 void demo::setUpPages() {
@@ -102,13 +122,10 @@ void demo::setUpPages() {
     navigation_ = std::make_unique<Navigation>(*this, *form_->stackedWidget, this);
     ChooseLanguage();
 
-    VolumePage::Services services;
-    services.startTimersAndWatcher = [this] { return startTimersAndWatcher(); };
-    services.startListener = [this] {
-        startDeviceEventListener(&device_.sound.virtualSurroundOn, form_->pushButton_32);
-    };
-    pages_ = std::make_unique<PageSet>(context, timers_, curveFilePath_, std::move(services));
+    connect(&timers_.tick, &QTimer::timeout, this, &demo::countTick);
+    pages_ = std::make_unique<PageSet>(context, timers_, curveFilePath_);
     pages_->addRefillsTo(*translation_);
+    connectSystem();
     // By name: the slot is part of the window's meta-object.
     connect(form_->comboBox_2, SIGNAL(currentIndexChanged(int)), this,
             SLOT(event_page4_onCurrentIndexChanged(int)));
@@ -123,13 +140,10 @@ void demo::connectTopBar() {
         *form_->widget_top, [this] { OpenMakerWebSite(); }, [this] { OpenRecordingSettings(); });
 }
 
-SystemVolumeWatcher *demo::startTimersAndWatcher() {
-    connect(&timers_.tick, &QTimer::timeout, this, &demo::countTick);
-    timers_.tick.start();
-    timers_.battery.start();
-    timers_.firstBattery.start(); // fires when the event loop first runs: the window is up then
-    volumeWatcher_ = new SystemVolumeWatcher(this);
-    return volumeWatcher_;
+void demo::connectSystem() {
+    systemEvents_ = std::make_unique<SystemEvents>();
+    connect(systemEvents_.get(), &SystemEvents::sessionEnds, this, [this] { endProcess(this); });
+    connect(systemEvents_.get(), &SystemEvents::devicesChanged, this, [this] { pages_->devicesChanged(); });
 }
 
 void demo::startHandoverPoll() {
@@ -214,8 +228,17 @@ void demo::mouseReleaseEvent(QMouseEvent *) {
     dragging_ = false;
 }
 
-void demo::closeEvent(QCloseEvent *) {
-    endProcess(this);
+void demo::closeEvent(QCloseEvent *event) {
+    event->ignore();
+    closeOrHide();
+}
+
+void demo::showEvent(QShowEvent *event) {
+    QMainWindow::showEvent(event);
+    if (event->spontaneous()) // restored by the system
+        return;
+    trayIcon_->windowIsUp();
+    systemEvents_->watchHidDevices(*this);
 }
 
 // The snapshots are for other programs: the panel does not read them back.

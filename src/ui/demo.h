@@ -14,7 +14,7 @@
 class Navigation;
 class PageSet;
 class SettingsDialog;
-class SystemVolumeWatcher;
+class SystemEvents;
 class Translation;
 class TrayIcon;
 namespace Ui {
@@ -28,7 +28,7 @@ public:
     // Reads the device and builds everything; ends the process with exit code 0 when the device cannot be
     // read.
     explicit demo(QWidget *parent = nullptr);
-    // Stops the helper process and writes the system block a last time before the device is released.
+    // Shuts the device down.
     ~demo() override;
 
     void ShowVersionDialog();
@@ -51,22 +51,26 @@ protected slots:
     void mouseReleaseEvent(QMouseEvent *event) override;
 
 protected:
-    // Closing by the system (Alt+F4, the taskbar) ends the process, also while the start tip's own event loop
-    // runs, where Qt would only hide the window.
+    // Closing by the system (Alt+F4, the taskbar) does what the close button does.
     void closeEvent(QCloseEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     void setUpForm();
     void initialiseDevice();
+    void readDevice();
     void setUpPages();
     void connectTopBar();
-    SystemVolumeWatcher *startTimersAndWatcher();
+    void connectSystem();
     void startHandoverPoll();
     void keepFocusOffSliders();
     void layOutAgain();
 
     void minimise();
     void closeOrHide();
+    // Once the device was read: stops the helper process and writes the system block a last time before the
+    // device is released.
+    void shutDownDevice();
     void pollHandover();
     void countTick();
 
@@ -78,6 +82,7 @@ private:
     WindowTimers timers_;
     QString curveFilePath_;
     std::wstring configFilePath_; // where config.txt belongs; the panel does not open it
+    bool deviceRead_ = false;
     int tickCount_ = 0;
     bool dragging_ = false;
     QPoint pressPosition_;
@@ -87,5 +92,5 @@ private:
     std::unique_ptr<Navigation> navigation_;
     std::unique_ptr<TrayIcon> trayIcon_;
     std::unique_ptr<PageSet> pages_;
-    SystemVolumeWatcher *volumeWatcher_ = nullptr; // child of the window, deleted first at its end
+    std::unique_ptr<SystemEvents> systemEvents_;
 };

@@ -35,7 +35,7 @@ std::vector<uint8_t> bytesOf(const Block &block, size_t from = 0, size_t count =
 TEST_F(DeviceInitialisationTest, BlocksAreTakenFromTheirPlacesInTheRecord) {
     std::memset(&device.system, 0xEE, sizeof device.system);
     std::memset(&device.curves, 0xEE, sizeof device.curves);
-    ASSERT_TRUE(DeviceInitialisation::readDevice(device, kCurves));
+    ASSERT_EQ(DeviceInitialisation::readDevice(device, kCurves), DeviceInitialisation::Reading::Done);
     EXPECT_EQ((Calls{"init()", "getDeviceInfo(0)"}), recorder.calls);
     const auto head = bytesOf(recorder.info, 0, 32);
     const auto sound = bytesOf(recorder.info, 32, 575);

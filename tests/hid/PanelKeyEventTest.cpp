@@ -24,12 +24,32 @@ std::vector<std::string> writtenSwitches(const Panel &panel) {
     return result;
 }
 
-TEST(PanelKeyEvent, TogglesTheBlockAndAnswersTheReceiver) {
+size_t batteryRequests(const Panel &panel) {
+    size_t count = 0;
+    for (const std::string &line : panel.ownJournal())
+        count += line.rfind("_hid_trans_data(", 0) == 0;
+    return count;
+}
+
+TEST(PanelKeyEvent, TogglesTheBlockAndAnswersTheReceiverWheneverItComes) {
     PluggedReceiver hid;
+    hid.unplug();
     Panel::prepare();
     Panel panel;
     panel.start();
     ASSERT_TRUE(panel.waitForWindow());
+    for (int plugged = 0; plugged < 2; ++plugged) {
+        // Just after a regular request for the battery, the next of which would come 5 s later.
+        const size_t before = batteryRequests(panel);
+        ASSERT_TRUE(waitUntil([&] { return batteryRequests(panel) > before; }));
+        const DWORD start = GetTickCount();
+        hid.plug();
+        EXPECT_TRUE(waitUntil([&] { return batteryRequests(panel) > before + 1; }));
+        EXPECT_LT(GetTickCount() - start, 4000u);
+        ASSERT_TRUE(hid.waitForListener());
+        hid.unplug();
+    }
+    hid.plug();
     ASSERT_TRUE(hid.waitForListener());
 
     const std::vector<std::string> atStart = writtenSwitches(panel);

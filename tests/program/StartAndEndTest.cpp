@@ -64,32 +64,43 @@ TEST_F(StartAndEndTest, CallsOfAStartInTheirOrder) {
     EXPECT_EQ((GetSystemMetrics(SM_CYSCREEN) - 869) / 2, frame.top);
 }
 
-TEST_F(StartAndEndTest, CloseButtonEndsOrHides) {
-    Registry::WriteDwordValue(kProductKey, L"isAddSysicon", 0);
-    {
-        Panel panel;
-        panel.start();
-        ASSERT_TRUE(panel.waitForWindow());
-        panel.click(map.centreOf("pushButton"));
-        EXPECT_EQ(0, panel.waitForEnd());
-        expectShutDown(panel);
+// By its button, or by the system (Alt+F4, the taskbar), also while the start tip's own event loop runs.
+TEST_F(StartAndEndTest, ClosingEndsOrHides) {
+    for (const bool bySystem : {false, true}) {
+        for (const bool hides : {false, true}) {
+            Registry::WriteDwordValue(kProductKey, L"isAddSysicon", hides);
+            Registry::WriteDwordValue(kProductKey, L"isStartShow", bySystem);
+            Panel panel;
+            panel.start();
+            ASSERT_TRUE(panel.waitForWindow());
+            if (bySystem)
+                PostMessageW(panel.window(), WM_CLOSE, 0, 0);
+            else
+                panel.click(map.centreOf("pushButton"));
+            if (hides) {
+                EXPECT_TRUE(waitUntil([&] { return !IsWindowVisible(panel.window()); }));
+                EXPECT_TRUE(panel.running());
+            } else {
+                EXPECT_EQ(0, panel.waitForEnd());
+                expectShutDown(panel);
+            }
+        }
     }
-    Registry::DeleteValue(kProductKey, L"isAddSysicon");
-    Panel panel;
-    panel.start();
-    ASSERT_TRUE(panel.waitForWindow());
-    panel.click(map.centreOf("pushButton"));
-    EXPECT_TRUE(waitUntil([&] { return !IsWindowVisible(panel.window()); }));
-    EXPECT_TRUE(panel.running());
 }
 
-TEST_F(StartAndEndTest, ClosingByTheSystemEndsAlsoDuringTheStartTip) {
-    for (const DWORD tip : {0u, 1u}) {
-        Registry::WriteDwordValue(kProductKey, L"isStartShow", tip);
+TEST_F(StartAndEndTest, TheSessionsEndShutsTheDeviceDown) {
+    for (const int show : {SW_SHOW, SW_MINIMIZE, SW_HIDE}) {
         Panel panel;
         panel.start();
         ASSERT_TRUE(panel.waitForWindow());
-        PostMessageW(panel.window(), WM_CLOSE, 0, 0);
+        ShowWindow(panel.window(), show);
+        DWORD_PTR agrees = 0;
+        SendMessageTimeoutW(panel.window(), WM_QUERYENDSESSION, 0, ENDSESSION_LOGOFF, 0, 20000, &agrees);
+        EXPECT_TRUE(agrees);
+        SendMessageTimeoutW(panel.window(), WM_ENDSESSION, FALSE, ENDSESSION_LOGOFF, 0, 20000, &agrees);
+        EXPECT_TRUE(panel.running()) << "somebody else refused";
+        SendMessageTimeoutW(panel.window(), WM_QUERYENDSESSION, 0, ENDSESSION_LOGOFF, 0, 20000, &agrees);
+        SendMessageTimeoutW(panel.window(), WM_ENDSESSION, TRUE, ENDSESSION_LOGOFF, 0, 20000, &agrees);
         EXPECT_EQ(0, panel.waitForEnd());
         expectShutDown(panel);
     }
@@ -114,6 +125,20 @@ TEST_F(StartAndEndTest, NewerInstanceTakesOver) {
     EXPECT_EQ(0, newer.waitForEnd());
     expectShutDown(newer);
     EXPECT_TRUE(newest.waitForWindow());
+}
+
+TEST_F(StartAndEndTest, NewerInstanceRunsBesideOneThatHangs) {
+    Panel older;
+    older.start();
+    ASSERT_TRUE(older.waitForWindow());
+    DebugActiveProcess(older.processId()); // stops all its threads
+    Panel newer;
+    newer.start();
+    EXPECT_TRUE(newer.waitForWindow());
+    EXPECT_EQ(0u, Registry::ReadDwordValue(kProductKey, L"exitCmd"));
+    EXPECT_EQ(-1000, newer.waitForEnd(500)) << "followed its own request";
+    DebugActiveProcessStop(older.processId());
+    EXPECT_EQ(-1000, older.waitForEnd(500));
 }
 
 TEST_F(StartAndEndTest, OldInstanceStaysWhereThePollIsOff) {

@@ -16,9 +16,13 @@ void ExclusiveEffects::toggle(Effect effect) {
     const bool on = ExclusiveGroup::toggle(context_.device.sound, effect);
     if (on || effect == Effect::SoundField)
         followAngleMode();
-    for (const Controls &controls : qAsConst(controls_))
-        show(controls);
+    showAll();
     context_.device.saveType2Block();
+}
+
+void ExclusiveEffects::showStored() {
+    followAngleMode();
+    showAll();
 }
 
 void ExclusiveEffects::followAngleMode() {
@@ -30,6 +34,11 @@ void ExclusiveEffects::followAngleMode() {
 
 bool ExclusiveEffects::isOn(Effect effect) const {
     return ExclusiveGroup::isOn(context_.device.sound, effect);
+}
+
+void ExclusiveEffects::showAll() const {
+    for (const Controls &controls : controls_)
+        show(controls);
 }
 
 void ExclusiveEffects::show(const Controls &controls) const {

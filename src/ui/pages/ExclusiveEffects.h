@@ -24,6 +24,9 @@ public:
     // Flips the effect, shows what follows from it and sends the sound block once.
     void toggle(Effect effect);
 
+    // Shows what the block holds on all controls, and turns or stops the field accordingly; sends nothing.
+    void showStored();
+
     // Turns or stops the field as the block says.
     void followAngleMode();
 
@@ -38,6 +41,7 @@ private:
         QVector<QWidget *> panel;
     };
 
+    void showAll() const;
     void show(const Controls &controls) const;
 
     PageContext context_;

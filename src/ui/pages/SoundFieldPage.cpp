@@ -57,9 +57,7 @@ SoundFieldPage::SoundFieldPage(PageContext context, ExclusiveEffects &effects, Q
     findSpeakers();
     findFieldButtons();
     effects_.attach(Effect::SoundField, *form.pushButton_14, form.label_152, {form.Page4_P, form.frame_2});
-    showLevels();
-    showMaster(context_.device.sound.speakerLevel[0]);
-    placeMarkers();
+    showStored();
     connectControls();
     connect(&rotationTimer, &QTimer::timeout, this, [this] {
         if (effects_.rotation().advance())
@@ -116,6 +114,12 @@ void SoundFieldPage::connectFieldButton(int number, void (SoundFieldPage::*actio
 }
 
 void SoundFieldPage::retranslated() {
+    placeMarkers();
+}
+
+void SoundFieldPage::showStored() {
+    showLevels();
+    showMaster(context_.device.sound.speakerLevel[0]);
     placeMarkers();
 }
 

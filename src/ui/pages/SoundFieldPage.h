@@ -22,6 +22,8 @@ public:
 
     // Writes the levels' labels again, which the form resets.
     void retranslated();
+    // Shows the levels that the block holds; sends nothing.
+    void showStored();
 
 private:
     struct Speaker {

@@ -25,16 +25,15 @@ Levels followMaster(Levels levels, int8_t previousMaster) {
     return {levels.master, levels.master, levels.master};
 }
 
-Levels followLeft(Levels levels, bool locked) {
-    if (locked)
-        return {levels.left, levels.left, clamped(levels.left)};
-    return {std::max(levels.left, levels.right), levels.left, levels.right};
-}
-
-Levels followRight(Levels levels, bool locked) {
-    if (locked)
-        return {levels.right, clamped(levels.right), levels.right};
-    return {std::max(levels.left, levels.right), levels.left, levels.right};
+Levels followChannel(Levels levels, Channel moved, bool locked) {
+    if (locked) {
+        const Channel other = moved == &Levels::left ? &Levels::right : &Levels::left;
+        levels.*other = clamped(levels.*moved);
+        levels.master = levels.*moved;
+    } else {
+        levels.master = std::max(levels.left, levels.right);
+    }
+    return levels;
 }
 
 bool isNews(int systemVolume, int master) {

@@ -17,10 +17,12 @@ struct Levels {
 // quieter one moves by the same amount within 0..100, so that the balance is kept until a limit is hit.
 Levels followMaster(Levels levels, int8_t previousMaster);
 
+// A channel of Levels.
+using Channel = int8_t Levels::*;
+
 // One channel moved. Locked, the other channel and the master take its value; else the master is the louder
 // one.
-Levels followLeft(Levels levels, bool locked);
-Levels followRight(Levels levels, bool locked);
+Levels followChannel(Levels levels, Channel moved, bool locked);
 
 // Whether a volume that Windows reports is news. Below 60 % a difference of one is only the rounding between
 // the endpoint's scalar and percent; from 60 % on every report is taken, however small the change.

@@ -2,8 +2,11 @@
 #pragma once
 
 struct VolumeFlags {
-    bool volumeUpdating = false; // code is filling controls: their change handlers do nothing
-    bool volumeSelfSet = false;  // the page itself sets the endpoint volume: the watcher's echo is ignored
+    // Code is filling controls, of whatever page: their change handlers do nothing.
+    bool volumeUpdating = false;
+    // The volume page is setting the endpoint volume: reports that come before it is done are ignored. See
+    // VolumeEchoes for those that come later.
+    bool volumeSelfSet = false;
 };
 
 // Sets a flag for the time of a scope and then restores what it was.

@@ -21,20 +21,13 @@ void showLevel(QLabel &label, QSlider &slider, int level) {
 
 } // namespace
 
-// The order is part of the start-up contract with the device library.
-VolumePage::VolumePage(PageContext context, Services services, QObject *parent)
-    : QObject(parent), context_(context) {
+VolumePage::VolumePage(PageContext context) : context_(context) {
     prepareControls();
-    {
-        const FlagScope updating(context_.volume.volumeUpdating);
-        DeviceApi::pollVolume();
-        showMaster();
-        showLeft();
-        showRight();
-    }
-    if (const SystemVolumeWatcher *watcher = services.startTimersAndWatcher())
-        follow(*watcher);
-    services.startListener();
+    DeviceApi::pollVolume();
+    showLevels();
+}
+
+void VolumePage::start() {
     muteSilentMaster();
     showPageSwitch();
     loadLock();
@@ -42,10 +35,13 @@ VolumePage::VolumePage(PageContext context, Services services, QObject *parent)
 }
 
 void VolumePage::retranslated() {
-    const FlagScope updating(context_.volume.volumeUpdating);
-    showMaster();
-    showLeft();
-    showRight();
+    showLevels();
+}
+
+void VolumePage::showStored() {
+    showLevels();
+    showMute();
+    showPageSwitch();
 }
 
 void VolumePage::prepareControls() {
@@ -67,11 +63,6 @@ void VolumePage::follow(const SystemVolumeWatcher &watcher) {
 
 void VolumePage::muteSilentMaster() {
     setMuted(context_.device.sound.masterVolume == 0);
-}
-
-void VolumePage::showPageSwitch() {
-    const bool on = context_.device.sound.pageSwitch != 0;
-    StyleSheetText::showSwitch(*context_.form.pushButton_7, on);
 }
 
 void VolumePage::loadLock() {
@@ -112,6 +103,8 @@ void VolumePage::sliderMoved(VolumeSource source, int value) {
 }
 
 void VolumePage::systemVolumeChanged(int newVolume) {
+    if (echoes_.isEcho(newVolume, std::chrono::steady_clock::now()))
+        return;
     VolumeFlags &flags = context_.volume;
     SoundBlock &sound = context_.device.sound;
     if (flags.volumeSelfSet || flags.volumeUpdating || !VolumeBalance::isNews(newVolume, sound.masterVolume))
@@ -136,9 +129,8 @@ void VolumePage::toggleMute() {
 }
 
 void VolumePage::togglePageSwitch() {
-    SoundBlock &sound = context_.device.sound;
-    sound.pageSwitch ^= 1;
-    StyleSheetText::showSwitch(*context_.form.pushButton_7, sound.pageSwitch != 0);
+    context_.device.sound.pageSwitch ^= 1;
+    showPageSwitch();
     context_.device.saveType2Block();
 }
 
@@ -150,9 +142,9 @@ void VolumePage::toggleLock() {
 
 void VolumePage::applyVolumeChange(VolumeSource source) {
     if (source == VolumeSource::Left)
-        applyLeft();
+        applyChannel(&VolumeBalance::Levels::left);
     else if (source == VolumeSource::Right)
-        applyRight();
+        applyChannel(&VolumeBalance::Levels::right);
     else
         applyMaster(source);
     muteByMaster();
@@ -170,24 +162,15 @@ void VolumePage::applyMaster(VolumeSource source) {
     device.saveType2Block();
 }
 
-// The unlocked left channel alone lets the echo from Windows through; the right channel does not.
-void VolumePage::applyLeft() {
-    setLevels(VolumeBalance::followLeft(levels(), volumeLocked != 0));
-    if (volumeLocked)
-        showRight();
+void VolumePage::applyChannel(VolumeBalance::Channel channel) {
+    const bool locked = volumeLocked != 0;
+    setLevels(VolumeBalance::followChannel(levels(), channel, locked));
+    showLeft();
+    showRight();
     showMaster();
-    setEndpointVolume(volumeLocked ? Echo::Ignored : Echo::Followed);
-    showLevel(*context_.form.label_57, levels().left);
-    context_.device.saveType2Block();
-}
-
-void VolumePage::applyRight() {
-    setLevels(VolumeBalance::followRight(levels(), volumeLocked != 0));
-    if (volumeLocked)
-        showLeft();
-    showMaster();
-    setEndpointVolume(Echo::Ignored);
-    showLevel(*context_.form.label_59, levels().right);
+    // The unlocked left channel alone lets the echo from Windows through; the right channel does not.
+    const bool followed = channel == &VolumeBalance::Levels::left && !locked;
+    setEndpointVolume(followed ? Echo::Followed : Echo::Ignored);
     context_.device.saveType2Block();
 }
 
@@ -214,9 +197,9 @@ void VolumePage::setLevels(const VolumeBalance::Levels &levels) {
 }
 
 void VolumePage::setEndpointVolume(Echo echo) {
-    const auto set = [this] {
-        DeviceApi::setVolume(context_.device.sound.masterVolume, DeviceApi::Endpoint::Playback);
-    };
+    const int master = context_.device.sound.masterVolume;
+    const auto set = [master] { DeviceApi::setVolume(master, DeviceApi::Endpoint::Playback); };
+    echoes_.sent(master, echo, std::chrono::steady_clock::now());
     if (echo == Echo::Followed) {
         set();
         return;
@@ -243,6 +226,17 @@ void VolumePage::showLeft() {
 
 void VolumePage::showRight() {
     showLevel(*context_.form.label_59, *context_.form.verticalSlider_7, levels().right);
+}
+
+void VolumePage::showLevels() {
+    const FlagScope updating(context_.volume.volumeUpdating);
+    showMaster();
+    showLeft();
+    showRight();
+}
+
+void VolumePage::showPageSwitch() {
+    StyleSheetText::showSwitch(*context_.form.pushButton_7, context_.device.sound.pageSwitch != 0);
 }
 
 void VolumePage::showMute() {

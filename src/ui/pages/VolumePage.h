@@ -5,9 +5,9 @@
 
 #include "ui/pages/PageContext.h"
 #include "ui/pages/VolumeBalance.h"
+#include "ui/pages/VolumeEchoes.h"
 
 #include <cstdint>
-#include <functional>
 #include <QObject>
 
 class SystemVolumeWatcher;
@@ -16,25 +16,26 @@ class VolumePage : public QObject {
     Q_OBJECT
 
 public:
-    // What the page's set-up starts at its place in the order; both belong to the main window.
-    struct Services {
-        std::function<SystemVolumeWatcher *()> startTimersAndWatcher;
-        std::function<void()> startListener; // the device event thread
-    };
+    // Set-up in three steps, between which the main window starts what is its own. First the controls are
+    // filled,
+    explicit VolumePage(PageContext context);
+    // then the page follows Windows' volume,
+    void follow(const SystemVolumeWatcher &watcher);
+    // and last it sends the mute state and listens to its controls.
+    void start();
 
-    VolumePage(PageContext context, Services services, QObject *parent);
+    // Shows what the block holds; sends nothing.
+    void showStored();
 
     // Writes levels back into labels and sliders after the form's texts were set anew; sends nothing.
     void retranslated();
 
 private:
     enum class VolumeSource { PageMaster = 0, Left = 1, Right = 2, SecondMaster = 3, SystemWatcher = 4 };
-    enum class Echo { Ignored, Followed }; // of a volume that the page itself sets
+    using Echo = VolumeEchoes::Echo;
 
     void prepareControls();
-    void follow(const SystemVolumeWatcher &watcher);
     void muteSilentMaster();
-    void showPageSwitch();
     void loadLock();
     void connectControls();
 
@@ -48,8 +49,7 @@ private:
     // Brings master and channels in line after one of them got a new value, then sends everything.
     void applyVolumeChange(VolumeSource source);
     void applyMaster(VolumeSource source);
-    void applyLeft();
-    void applyRight();
+    void applyChannel(VolumeBalance::Channel channel);
     void muteByMaster();
 
     VolumeBalance::Levels levels() const;
@@ -60,9 +60,12 @@ private:
     void showMaster();
     void showLeft();
     void showRight();
+    void showLevels();
     void showMute();
+    void showPageSwitch();
     void showLock();
 
     PageContext context_;
+    VolumeEchoes echoes_;
     uint32_t volumeLocked = 0; // 0/1, kept in the registry
 };

@@ -14,6 +14,9 @@
 struct EnumeratorStart : IUnknown {
     virtual HRESULT STDMETHODCALLTYPE EnumAudioEndpoints() = 0;
     virtual HRESULT STDMETHODCALLTYPE GetDefaultAudioEndpoint(EDataFlow flow, ERole role, void **out) = 0;
+    virtual HRESULT STDMETHODCALLTYPE GetDevice() = 0;
+    virtual HRESULT STDMETHODCALLTYPE RegisterEndpointNotificationCallback(IMMNotificationClient *added) = 0;
+    virtual HRESULT STDMETHODCALLTYPE UnregisterEndpointNotificationCallback(IMMNotificationClient *old) = 0;
 };
 struct DeviceStart : IUnknown {
     virtual HRESULT STDMETHODCALLTYPE Activate(REFIID iid, DWORD context, void *parameters, void **out) = 0;
@@ -44,7 +47,9 @@ public:
         }).join();
     }
 
+    bool present = true;                                           // there is a default device
     Microsoft::WRL::ComPtr<IAudioEndpointVolumeCallback> callback; // registered, or null
+    Microsoft::WRL::ComPtr<IMMNotificationClient> defaultCallback; // likewise
     long references = 0;                                           // held by others, of all interfaces
 
 private:
@@ -62,8 +67,17 @@ private:
     }
     HRESULT STDMETHODCALLTYPE EnumAudioEndpoints() override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetDefaultAudioEndpoint(EDataFlow flow, ERole role, void **out) override {
-        return flow == eRender && role == eConsole ? give(static_cast<DeviceStart *>(this), out)
-                                                   : E_INVALIDARG;
+        return flow == eRender && role == eConsole && present ? give(static_cast<DeviceStart *>(this), out)
+                                                              : E_INVALIDARG;
+    }
+    HRESULT STDMETHODCALLTYPE GetDevice() override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE RegisterEndpointNotificationCallback(IMMNotificationClient *added) override {
+        defaultCallback = added;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE UnregisterEndpointNotificationCallback(IMMNotificationClient *) override {
+        defaultCallback.Reset();
+        return S_OK;
     }
     HRESULT STDMETHODCALLTYPE Activate(REFIID iid, DWORD, void *, void **out) override {
         return iid == __uuidof(IAudioEndpointVolume) ? give(static_cast<EndpointVolumeStart *>(this), out)

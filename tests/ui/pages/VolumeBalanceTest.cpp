@@ -25,10 +25,12 @@ TEST(VolumeBalance, LouderChannelEqualsTheMasterAfterAnyMoves) {
                 << "the distance is kept until a limit";
             break;
         case 1:
-            levels = VolumeBalance::followLeft({before.master, moved, before.right}, locked);
+            levels =
+                VolumeBalance::followChannel({before.master, moved, before.right}, &Levels::left, locked);
             break;
         default:
-            levels = VolumeBalance::followRight({before.master, before.left, moved}, locked);
+            levels =
+                VolumeBalance::followChannel({before.master, before.left, moved}, &Levels::right, locked);
         }
         ASSERT_EQ(levels.master, std::max(levels.left, levels.right)) << "move " << move;
         ASSERT_TRUE(levels.master <= 100 && std::min(levels.left, levels.right) >= 0) << "move " << move;

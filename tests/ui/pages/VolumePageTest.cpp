@@ -8,6 +8,7 @@
 #include "ui/pages/SystemVolumeWatcher.h"
 
 #include <atomic>
+#include <deque>
 #include <future>
 #include <gmock/gmock.h>
 
@@ -43,13 +44,10 @@ protected:
         Registry::CreateKey(ProductSettings::kProductKey);
         ProductSettings::writeDword(L"vol_locked", locked ? 1 : 0);
         page.reset();
-        VolumePage::Services services;
-        services.startTimersAndWatcher = [this] {
-            watcher = std::make_unique<SystemVolumeWatcher>();
-            return watcher.get();
-        };
-        services.startListener = [] {};
-        page = std::make_unique<VolumePage>(context(), services, nullptr);
+        page = std::make_unique<VolumePage>(context());
+        watcher = std::make_unique<SystemVolumeWatcher>();
+        page->follow(*watcher);
+        page->start();
         takeCalls();
     }
 
@@ -125,23 +123,97 @@ TEST_F(VolumePageTest, FollowsWindowsWithoutSettingItAgain) {
     EXPECT_EQ(recorder.sound.muted, 0) << "Windows' own word on the mute state comes last";
 }
 
-TEST_F(VolumePageTest, DraggingWithWindowsEchoingEndsWhereTheUserLeftIt) {
-    for (QSlider *slider : {form.verticalSlider_4, form.verticalSlider_5, form.verticalSlider_7}) {
-        SCOPED_TRACE(slider->objectName().toStdString());
-        open({1, 1, 0});
-        recorder.onSetVolume = [this](int32_t percent) {
-            endpoint.notifyFromAudioThread(static_cast<float>(percent) / 100.0f, false);
-        };
-        for (int move = 2; move <= 198; ++move) { // up to 100 and down to 2
-            const int value = move <= 100 ? move : 200 - move;
-            slider->setValue(value);
-            QCoreApplication::sendPostedEvents();
-            ASSERT_NEAR(device.sound.masterVolume, value, 1) << "the scalar is cut to percent on its way";
+// An endpoint that answers at once, or some steps late, with the float that it was set to: 0.7F reports 69.
+TEST_F(VolumePageTest, ItsOwnVolumeDoesNotComeBack) {
+    QSlider *const master = form.verticalSlider_4, *const right = form.verticalSlider_7;
+    const struct {
+        QSlider *slider;
+        int step, turn, end; // the slider goes up to the turning point and back to the end
+        bool locked;
+        Levels after;
+    } drags[] = {
+        {right, 1, 100, 61, false, {61, 50, 61}},
+        {right, 10, 100, 70, false, {70, 50, 70}},
+        {right, 1, 70, 20, false, {50, 50, 20}},
+        {master, 1, 100, 70, false, {70, 60, 70}},
+        {form.verticalSlider_5, 1, 100, 57, true, {57, 57, 57}},
+    };
+    for (const size_t late : {0u, 3u}) {
+        for (const auto &drag : drags) {
+            SCOPED_TRACE(drag.slider->objectName().toStdString() + " to " + std::to_string(drag.end));
+            open({60, 50, 60}, drag.locked);
+            std::deque<int32_t> reports;
+            recorder.onSetVolume = [&](int32_t percent) { reports.push_back(percent); };
+            const auto answer = [&](size_t left) {
+                for (; reports.size() > left; reports.pop_front()) {
+                    endpoint.notifyFromAudioThread(static_cast<float>(reports.front()) / 100.0f, false);
+                    QCoreApplication::sendPostedEvents();
+                }
+            };
+            size_t steps = 0;
+            for (int value = 60, by = drag.step; value != drag.end || by > 0; ++steps) {
+                by = value == drag.turn ? -drag.step : by;
+                drag.slider->setValue(value += by);
+                answer(late);
+            }
+            answer(0);
+            expectLevels(drag.after);
+            EXPECT_EQ(recorder.countOf(kWrite), 2 * steps) << "one for each step, one for each mute state";
+            recorder.onSetVolume = nullptr;
+            callsOfWindows(0.405f, false);
+            EXPECT_EQ(device.sound.masterVolume, 40) << "another's change";
         }
-        EXPECT_EQ(recorder.countOf("_SetMasterMute"), 0u);
-        EXPECT_LE(recorder.countOf("_SetVolum"), 197u) << "an echo set the volume again";
-        recorder.onSetVolume = nullptr;
     }
+    // A change made elsewhere while the panel's own are under way; and an unlocked left one, whose echo
+    // passes.
+    open({60, 50, 60});
+    right->setValue(70);
+    right->setValue(80);
+    callsOfWindows(0.305f, false);
+    expectLevels({30, 0, 30});
+    callsOfWindows(0.7f, false);
+    callsOfWindows(0.8f, false);
+    expectLevels({30, 0, 30});
+    callsOf(form.verticalSlider_5, 70);
+    EXPECT_THAT(callsOfWindows(0.7f, false), ElementsAre(kWrite, kWrite));
+    expectLevels({69, 69, 29});
+}
+
+// None at the start, then two devices after each other, as a headset is plugged in and another one chosen.
+TEST(SystemVolumeWatcher, FollowsTheDefaultDevice) {
+    FakeEndpoint endpoint;
+    endpoint.present = false;
+    SystemVolumeWatcher watcher;
+    int reports = 0;
+    QObject::connect(&watcher, &SystemVolumeWatcher::muteChanged, &watcher, [&] { ++reports; });
+    const auto changeDefault = [&](EDataFlow flow, ERole role) {
+        std::thread([&] { endpoint.defaultCallback->OnDefaultDeviceChanged(flow, role, L"id"); }).join();
+    };
+    ASSERT_TRUE(endpoint.defaultCallback);
+    EXPECT_FALSE(endpoint.callback);
+    endpoint.present = true;
+    for (int device = 1; device <= 2; ++device) {
+        const auto old = endpoint.callback;
+        changeDefault(eCapture, eConsole);
+        changeDefault(eRender, eCommunications);
+        QCoreApplication::sendPostedEvents();
+        EXPECT_EQ(endpoint.callback.Get(), old.Get()) << "not the playback device";
+        changeDefault(eRender, eConsole);
+        AUDIO_VOLUME_NOTIFICATION_DATA data{};
+        if (old)
+            old->OnNotify(&data);
+        QCoreApplication::sendPostedEvents();
+        EXPECT_EQ(reports, device - 1) << "the old endpoint is left";
+        ASSERT_TRUE(endpoint.callback);
+        EXPECT_NE(endpoint.callback.Get(), old.Get());
+        endpoint.notifyFromAudioThread(0.5f, false);
+        QCoreApplication::sendPostedEvents();
+        EXPECT_EQ(reports, device);
+    }
+    endpoint.present = false;
+    changeDefault(eRender, eConsole);
+    QCoreApplication::sendPostedEvents();
+    EXPECT_FALSE(endpoint.callback) << "the last device is gone";
 }
 
 TEST(SystemVolumeWatcher, EndsAfterTheNotificationUnderWayAndKeepsNothing) {
@@ -163,7 +235,7 @@ TEST(SystemVolumeWatcher, EndsAfterTheNotificationUnderWayAndKeepsNothing) {
     EXPECT_TRUE(delivered) << "the watcher was destroyed while it emitted";
     audio.join();
     EXPECT_EQ(endpoint.references, 0);
-    EXPECT_FALSE(endpoint.callback);
+    EXPECT_FALSE(endpoint.callback || endpoint.defaultCallback);
     EXPECT_EQ(late.Reset(), 0u) << "somebody still holds the callback";
 }
 
