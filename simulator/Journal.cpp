@@ -1,6 +1,6 @@
 #include "simulator/Journal.h"
 
-#include "helpers/WinHandles.h"
+#include "helpers/AppendToFile.h"
 #include "simulator/Knobs.h"
 
 #include <cstdio>
@@ -14,13 +14,6 @@ std::wstring defaultFolder() {
     const DWORD length = GetEnvironmentVariableW(L"LOCALAPPDATA", folder, MAX_PATH);
     return length > 0 && length < MAX_PATH ? std::wstring(folder, length) + L"\\QorSoundKit Simulator"
                                            : std::wstring();
-}
-
-// FILE_APPEND_DATA alone makes each write one step at the end, also with several processes.
-UniqueFileHandle openForAppending(const std::wstring &file) {
-    return UniqueFileHandle(CreateFileW(file.c_str(), FILE_APPEND_DATA,
-                                        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                        OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
 bool hasGrownTooLarge(const std::wstring &file) {
@@ -60,12 +53,7 @@ void Journal::append(const std::string &call) noexcept {
             return;
         if (hasGrownTooLarge(file))
             MoveFileExW(file.c_str(), (file + L".old").c_str(), MOVEFILE_REPLACE_EXISTING);
-        const UniqueFileHandle handle = openForAppending(file);
-        if (!handle)
-            return;
-        const std::string line = prefix() + call + "\n";
-        DWORD written = 0;
-        WriteFile(handle.get(), line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
+        appendToFile(file, prefix() + call + "\n");
     } catch (...) { // out of memory: the call itself matters more than its line
     }
 }

@@ -1,8 +1,10 @@
 #include "app/StartUp.h"
 
 #include "device/DeviceApi.h"
+#include "helpers/LogHelper.h"
 #include "helpers/MessageBoxes.h"
 #include "helpers/ProductSettings.h"
+#include "helpers/SystemVersion.h"
 
 namespace StartUp {
 
@@ -17,6 +19,11 @@ Ending ensureElevated() {
     if (DeviceApi::isElevated())
         return std::nullopt;
     return DeviceApi::restartElevated() ? 1 : -1;
+}
+
+void logVersions() {
+    const WindowsVersion windows = runningWindows();
+    QOR_LOG(L"QorSound Kit %S on Windows %u.%u.%u", QOR_VERSION, windows.major, windows.minor, windows.build);
 }
 
 bool takeOverFromRunningInstance() {

@@ -11,6 +11,9 @@ using Ending = std::optional<int>;
 // A process that is not elevated starts itself again elevated and ends: 1, or -1 when that was refused.
 Ending ensureElevated();
 
+// A line in the log: which panel on which Windows.
+void logVersions();
+
 // Asks a running instance to end, through the registry, and gives it a second. True when there is one.
 bool takeOverFromRunningInstance();
 

@@ -46,6 +46,7 @@ int runPanel(QApplication &application, bool takesOver) {
 int main(int argc, char *argv[]) {
     if (const StartUp::Ending ending = StartUp::ensureElevated())
         return *ending;
+    StartUp::logVersions();
     const bool takesOver = StartUp::takeOverFromRunningInstance();
     if (const StartUp::Ending ending = StartUp::requireDevice())
         return *ending;

@@ -59,6 +59,26 @@ Draft writeDraft(const std::wstring &path, const EqCurveStore &store) {
                                                                                       : Draft::Short;
 }
 
+// Null when the store was saved; otherwise why not.
+const wchar_t *failureOfSaving(const std::wstring &path, const EqCurveStore &store) {
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY))
+        return L"it is read-only"; // the user's wish, which not every system's move respects
+    makeFolderOf(path);
+    const std::wstring draftPath = path + L".new";
+    const Draft draft = writeDraft(draftPath, store);
+    if (draft == Draft::Whole &&
+        MoveFileExW(draftPath.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+        return nullptr;
+    if (draft != Draft::NotMade)
+        DeleteFileW(draftPath.c_str());
+    // No second file can be made or put in place here (rights, a reader that holds the old one): write in
+    // place. A draft that came out short means a full disk, where writing in place would lose the old curves.
+    if (draft == Draft::Short)
+        return L"the disk is full";
+    return WriteFileBytes(path.c_str(), &store, sizeof store) == 0 ? nullptr : L"it cannot be written";
+}
+
 } // namespace
 
 void load(const std::wstring &path, EqCurveStore &store) {
@@ -73,21 +93,8 @@ void load(const std::wstring &path, EqCurveStore &store) {
 }
 
 void save(const std::wstring &path, const EqCurveStore &store) {
-    const DWORD attributes = GetFileAttributesW(path.c_str());
-    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY))
-        return; // the user's wish, which not every system's move respects
-    makeFolderOf(path);
-    const std::wstring draftPath = path + L".new";
-    const Draft draft = writeDraft(draftPath, store);
-    if (draft == Draft::Whole &&
-        MoveFileExW(draftPath.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
-        return;
-    if (draft != Draft::NotMade)
-        DeleteFileW(draftPath.c_str());
-    // No second file can be made or put in place here (rights, a reader that holds the old one): write in
-    // place. A draft that came out short means a full disk, where writing in place would lose the old curves.
-    if (draft != Draft::Short)
-        WriteFileBytes(path.c_str(), &store, sizeof store);
+    if (const wchar_t *failure = failureOfSaving(path, store))
+        QOR_LOG(L"the curve file %s was not saved: %s", path.c_str(), failure);
 }
 
 } // namespace EqCurveFile

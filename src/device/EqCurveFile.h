@@ -1,6 +1,6 @@
 // The EQ curve file: the 748-byte store image, read once at start-up and written whole after every save and
-// delete. Nothing is reported: a store that cannot be read stays all zero, one that cannot be written keeps
-// its old bytes.
+// delete. A store that cannot be read stays all zero, one that cannot be written keeps its old bytes and
+// leaves a log line.
 #pragma once
 
 #include "device/PropertyBlocks.h"

@@ -1,13 +1,12 @@
 #include "helpers/LogHelper.h"
 
+#include "helpers/AppendToFile.h"
 #include "helpers/ProductSettings.h"
 #include "helpers/Registry.h"
 #include "helpers/UniqueFile.h"
 #include "helpers/WinHandles.h"
 
 #include <cstdarg>
-#include <fcntl.h>
-#include <io.h>
 #include <mutex>
 #include <windows.h>
 
@@ -29,7 +28,6 @@ constexpr WORD kGreen = 2;
 constexpr WORD kBrightRed = 12;
 constexpr WORD kDefaultColour = 7;
 
-// Guards the settings only, not the writing.
 std::mutex settingsMutex;
 Settings settings;
 
@@ -42,35 +40,6 @@ std::wstring temporaryFolder() {
     wchar_t folder[255];
     const DWORD length = GetTempPathW(255, folder);
     return length < 255 ? std::wstring(folder, length) : std::wstring();
-}
-
-// The file, shared for reading only: whoever else is writing a line makes the open fail, and it is tried
-// again until the other has closed it. So lines of several threads and processes never overwrite each other.
-UniqueFileHandle openUnshared(const std::wstring &path) {
-    constexpr int attempts = 200;
-    for (int i = 0; i < attempts; ++i) {
-        UniqueFileHandle handle(CreateFileW(path.c_str(), FILE_APPEND_DATA | SYNCHRONIZE, FILE_SHARE_READ,
-                                            nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-        if (handle || GetLastError() != ERROR_SHARING_VIOLATION)
-            return handle;
-        Sleep(1);
-    }
-    return {};
-}
-
-// Text mode, appending ("at").
-UniqueFile openForAppend(const std::wstring &path) {
-    UniqueFileHandle handle = openUnshared(path);
-    if (!handle)
-        return nullptr;
-    const int descriptor = _open_osfhandle(reinterpret_cast<intptr_t>(handle.get()), _O_APPEND | _O_TEXT);
-    if (descriptor == -1)
-        return nullptr;
-    handle.release(); // the descriptor owns it now
-    UniqueFile file(_fdopen(descriptor, "at"));
-    if (!file)
-        _close(descriptor);
-    return file;
 }
 
 // Formats with the Microsoft C runtime's rules for wide formats.
@@ -120,30 +89,37 @@ void setConsoleColour(WORD attribute) {
     SetConsoleTextAttribute(GetStdHandle(STD_OUTPUT_HANDLE), attribute);
 }
 
+// As a stream in text mode writes them.
+std::string withWindowsLineEnds(const std::string &text) {
+    std::string bytes;
+    for (const char c : text) {
+        if (c == '\n')
+            bytes += '\r';
+        bytes += c;
+    }
+    return bytes;
+}
+
 void writeLine(const Settings &use, const char *sourceFile, uint32_t line, const char *function, bool isTrace,
                const std::wstring &message) {
-    UniqueFile own;
-    FILE *stream = use.persistentStream;
-    if (!stream) {
-        own = openForAppend(use.logPath);
-        stream = own.get();
-    }
-    if (!stream)
-        return;
     std::wstring text;
     if (!use.noPrefix)
         text += linePrefix(sourceFile, line, function);
     if (isTrace)
         text += L"(TRACE) ";
     text += message + L"\n";
+    const std::string bytes = utf8(text);
 
     if (use.consoleColours)
         setConsoleColour(isTrace ? kGreen : kBrightRed);
-    std::fputs(utf8(text).c_str(), stream);
+    if (use.persistentStream) {
+        std::fwrite(bytes.data(), 1, bytes.size(), use.persistentStream);
+        std::fflush(use.persistentStream);
+    } else {
+        appendToFile(use.logPath, withWindowsLineEnds(bytes));
+    }
     if (use.consoleColours)
         setConsoleColour(kDefaultColour);
-    if (use.persistentStream)
-        std::fflush(stream);
 }
 
 // An already enabled trace is never switched off here.

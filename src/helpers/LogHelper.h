@@ -1,6 +1,6 @@
 // Process-wide text log "QorSoundKit.log" in the temporary folder, one line per call, and whole-file helpers.
-// All functions may be called from any thread: every line is one open-append-close cycle. File failures are
-// silent.
+// All functions may be called from any thread. Every line is one open-append-close cycle that waits for no
+// other program; file failures are silent, the line is lost.
 #pragma once
 
 #include <cstddef>

@@ -3,6 +3,8 @@
 // thing and closes it. All functions may be called from any thread and throw RegistryException on failure.
 #pragma once
 
+#include "helpers/SystemVersion.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -55,7 +57,8 @@ struct KeyInfo {
 };
 KeyInfo QueryKeyInfo(std::wstring keyPath);
 
-// Adds full access for BUILTIN\Administrators to the key's DACL, inherited by sub keys.
+// Adds full access for BUILTIN\Administrators to the key's DACL, inherited by sub keys. A key without a DACL, which
+// everybody may write, stays as it is.
 void EnsureWritable(std::wstring keyPath);
 // Makes BUILTIN\Administrators the key's owner; needs "SeTakeOwnershipPrivilege".
 void TakeOwnership(std::wstring keyPath);
@@ -66,12 +69,7 @@ uint32_t GetFileAccess(std::wstring filePath, uint32_t relativeId);
 // Writes the key with its values and sub keys as a registry export text file (UTF-16LE).
 void ExportKeyToFile(std::wstring keyPath, std::wstring filePath);
 
+// "{6F8E9E8B-...}", in upper case.
 std::wstring GuidToString(const GUID &guid);
-
-struct FileVersion {
-    uint16_t major, minor, build, revision;
-};
-// Version of kernel32.dll, hence of the system.
-FileVersion GetSystemFileVersion();
 
 } // namespace Registry

@@ -1,21 +1,14 @@
-// Reading a whole key into a text file, and two small queries of the system.
+// Reading a whole key into a text file.
 #include "helpers/Registry.h"
 #include "helpers/RegistryBytes.h"
 #include "helpers/RegistryKey.h"
 #include "helpers/WinHandles.h"
 
 #include <cwchar>
-#include <objbase.h>
 
 namespace Registry {
 
 namespace {
-
-struct ComMemoryTraits {
-    using Type = void *;
-    static Type empty() noexcept { return nullptr; }
-    static void release(Type memory) noexcept { CoTaskMemFree(memory); }
-};
 
 std::wstring quoted(const std::wstring &text) {
     std::wstring result = L"\"";
@@ -100,29 +93,6 @@ void ExportKeyToFile(std::wstring keyPath, std::wstring filePath) {
     if (!file || !WriteFile(file.get(), text.data(), static_cast<DWORD>(text.size() * sizeof(wchar_t)),
                             &written, nullptr))
         throw RegistryException(L"Error while opening file " + filePath + L" for writing");
-}
-
-std::wstring GuidToString(const GUID &guid) {
-    wchar_t *text = nullptr;
-    const HRESULT result = StringFromCLSID(guid, &text);
-    const UniqueResource<ComMemoryTraits> owner(text);
-    if (FAILED(result) || !text)
-        throw RegistryException(L"Could not convert GUID to string");
-    return text;
-}
-
-FileVersion GetSystemFileVersion() {
-    constexpr wchar_t file[] = L"kernel32.dll";
-    DWORD ignored = 0;
-    const DWORD size = GetFileVersionInfoSizeW(file, &ignored);
-    std::vector<uint8_t> resource(size);
-    VS_FIXEDFILEINFO *info = nullptr;
-    UINT length = 0;
-    if (size == 0 || !GetFileVersionInfoW(file, 0, size, resource.data()) ||
-        !VerQueryValueW(resource.data(), L"\\", reinterpret_cast<void **>(&info), &length) || !info)
-        return {};
-    return {HIWORD(info->dwFileVersionMS), LOWORD(info->dwFileVersionMS), HIWORD(info->dwFileVersionLS),
-            LOWORD(info->dwFileVersionLS)};
 }
 
 } // namespace Registry

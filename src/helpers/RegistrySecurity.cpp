@@ -99,7 +99,9 @@ private:
         TOKEN_PRIVILEGES privileges{};
         privileges.PrivilegeCount = 1;
         privileges.Privileges[0] = {luid_, attributes};
-        return AdjustTokenPrivileges(token_.get(), FALSE, &privileges, sizeof privileges, nullptr, nullptr);
+        // A token without the privilege is a success with ERROR_NOT_ALL_ASSIGNED.
+        return AdjustTokenPrivileges(token_.get(), FALSE, &privileges, sizeof privileges, nullptr, nullptr) &&
+               GetLastError() == ERROR_SUCCESS;
     }
 
     UniqueHandle token_;
@@ -118,6 +120,8 @@ void EnsureWritable(std::wstring keyPath) {
     ACL *oldAcl = nullptr;
     require(GetSecurityDescriptorDacl(current.get(), &present, &oldAcl, &defaulted),
             L"GetSecurityDescriptorDacl", kWritability);
+    if (!present || !oldAcl)
+        return; // no DACL, or a null one: everybody may do everything, which an entry of its own would end
 
     const UniqueSid group = administrators(kWritability);
     EXPLICIT_ACCESS_W entry{};
@@ -128,7 +132,7 @@ void EnsureWritable(std::wstring keyPath) {
     entry.Trustee.TrusteeType = TRUSTEE_IS_GROUP;
     entry.Trustee.ptstrName = static_cast<wchar_t *>(group.get());
     ACL *merged = nullptr;
-    const DWORD result = SetEntriesInAclW(1, &entry, present ? oldAcl : nullptr, &merged);
+    const DWORD result = SetEntriesInAclW(1, &entry, oldAcl, &merged);
     const UniqueLocalMemory mergedOwner(merged);
     require(result == ERROR_SUCCESS, L"SetEntriesInAcl", kWritability);
 

@@ -1,12 +1,15 @@
 #include "helpers/LogHelper.h"
 #include "helpers/ProductSettings.h"
 #include "helpers/Registry.h"
+#include "helpers/UniqueFile.h"
+#include "helpers/WinHandles.h"
 
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <regex>
 #include <set>
+#include <sstream>
 #include <thread>
 #include <vector>
 
@@ -16,7 +19,6 @@ using ProductSettings::kProductKey;
 using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::SizeIs;
 
 class LogHelperTest : public testing::Test {
@@ -90,10 +92,38 @@ TEST_F(LogHelperTest, MissingProductKeyIsItselfLogged) {
                             EndsWith("g (f:1): line\r")));
 }
 
-TEST_F(LogHelperTest, UnwritableLogIsSkipped) {
-    std::filesystem::create_directory(LogFilePath()); // a folder stands where the file should be
-    LogWrite("f", 1, "g", false, L"lost");
-    EXPECT_TRUE(std::filesystem::remove(LogFilePath()));
+TEST_F(LogHelperTest, WaitsForNoOtherProgram) {
+    const auto hold = [](DWORD share) {
+        return UniqueFileHandle(CreateFileW(LogFilePath().c_str(), GENERIC_READ | GENERIC_WRITE, share,
+                                            nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    };
+    {
+        const UniqueFileHandle alone = hold(0);
+        const DWORD start = GetTickCount();
+        for (int i = 0; i < 50; ++i)
+            LogWrite("f", 1, "g", false, L"lost");
+        EXPECT_LT(GetTickCount() - start, 2000u);
+    }
+    const UniqueFileHandle shared = hold(FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE);
+    LogWrite("f", 1, "g", false, L"written");
+    EXPECT_THAT(lines(), ElementsAre(EndsWith("g (f:1): written\r")));
+}
+
+TEST_F(LogHelperTest, PersistentStreamTakesEverythingAndStaysOpen) {
+    const std::filesystem::path file = L"C:\\windows\\temp\\stream.txt";
+    const UniqueFile stream(_wfopen(file.c_str(), L"wb"));
+    LogConfigure(stream.get(), true, true, false);
+    LogWrite("f", 1, "g", true, L"traced");
+    LogWrite("f", 1, "g", false, L"line");
+    const auto written = [&] {
+        std::ostringstream text;
+        text << std::ifstream(file, std::ios::binary).rdbuf();
+        return text.str();
+    };
+    EXPECT_EQ("(TRACE) traced\nline\n", written()) << "without prefix, flushed";
+    EXPECT_EQ(0, WriteFileBytes(L"C:\\windows\\temp\\other.bin", "0123", 4));
+    EXPECT_EQ("0123CE) traced\nline\n", written()) << "at the start, since appending is off";
+    EXPECT_FALSE(std::filesystem::exists(LogFilePath()));
 }
 
 TEST_F(LogHelperTest, NoLineOfAnyThreadIsLost) {

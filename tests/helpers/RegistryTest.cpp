@@ -5,12 +5,15 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <sddl.h>
 
 namespace {
 
 using namespace Registry;
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
 
 const std::wstring kRoot = L"HKEY_CURRENT_USER\\Software\\QorSoundKit Test";
 
@@ -32,6 +35,16 @@ DWORD sizeOf(const wchar_t *name) {
     DWORD size = 0;
     RegQueryValueExW(openKey(kRoot, KEY_QUERY_VALUE).get(), name, nullptr, nullptr, nullptr, &size);
     return size;
+}
+
+// Of the exception; empty when there is none.
+std::wstring messageOf(const std::function<void()> &operation) {
+    try {
+        operation();
+    } catch (const RegistryException &error) {
+        return error.message();
+    }
+    return {};
 }
 
 TEST_F(RegistryTest, ValuesOfEveryTypeComeBack) {
@@ -78,7 +91,7 @@ TEST_F(RegistryTest, TextStoredByOthers) {
     EXPECT_EQ(0x107u, ReadDwordValue(kRoot, L"number"));
 }
 
-TEST_F(RegistryTest, KeysAreFoundByAnyCaseInThe64BitView) {
+TEST_F(RegistryTest, KeysAreFoundByAnyCase) {
     EXPECT_TRUE(KeyExists(L"hkey_current_user\\Software\\QorSoundKit Test"));
     EXPECT_TRUE(KeyExists(L"HKEY_CURRENT_USER\\"));
     EXPECT_FALSE(KeyExists(kRoot + L"\\missing"));
@@ -86,14 +99,6 @@ TEST_F(RegistryTest, KeysAreFoundByAnyCaseInThe64BitView) {
     CreateKey(kRoot + L"\\three");
     EXPECT_EQ((std::vector<std::wstring>{L"one", L"three"}), EnumerateSubKeys(kRoot));
     EXPECT_EQ(2u, QueryKeyInfo(kRoot).subKeyCount);
-
-    const wchar_t *path = L"HKEY_LOCAL_MACHINE\\SOFTWARE\\QorSoundKit View";
-    CreateKey(path);
-    HKEY other = nullptr;
-    EXPECT_EQ(ERROR_FILE_NOT_FOUND, RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\QorSoundKit View", 0,
-                                                  KEY_READ | KEY_WOW64_32KEY, &other));
-    DeleteKey(path);
-    EXPECT_FALSE(KeyExists(path));
 }
 
 TEST_F(RegistryTest, EveryFailureHasItsMessage) {
@@ -129,30 +134,60 @@ TEST_F(RegistryTest, EveryFailureHasItsMessage) {
          L"Error while opening file C:\\no such folder\\out.reg for writing", 0},
     };
     for (const auto &c : cases) {
-        std::wstring message;
-        try {
-            c.operation();
-        } catch (const RegistryException &error) {
-            message = error.message();
-        }
+        const std::wstring message = messageOf(c.operation);
         EXPECT_EQ(c.message + (c.error ? SystemMessage(c.error) : L""), message);
         EXPECT_EQ(std::wstring::npos, message.find_first_of(L"\r\n"));
     }
 }
 
-TEST_F(RegistryTest, AdministratorsGetFullAccess) {
-    EnsureWritable(kRoot);
-    EXPECT_NO_THROW(TakeOwnership(kRoot));
+// As SDDL.
+std::wstring dacl() {
+    std::vector<uint8_t> descriptor(4096);
     DWORD size = 4096;
-    std::vector<uint8_t> descriptor(size);
     RegGetKeySecurity(openKey(kRoot, READ_CONTROL).get(), DACL_SECURITY_INFORMATION, descriptor.data(),
                       &size);
-    wchar_t *text = nullptr;
-    ASSERT_TRUE(ConvertSecurityDescriptorToStringSecurityDescriptorW(
-        descriptor.data(), SDDL_REVISION_1, DACL_SECURITY_INFORMATION, &text, nullptr));
-    const UniqueLocalMemory owner(text);
-    EXPECT_NE(std::wstring::npos, std::wstring(text).find(L"(A;OICI;KA;;;BA)"))
-        << std::filesystem::path(text);
+    UniqueLocalMemory text;
+    ConvertSecurityDescriptorToStringSecurityDescriptorW(descriptor.data(), SDDL_REVISION_1,
+                                                         DACL_SECURITY_INFORMATION,
+                                                         reinterpret_cast<wchar_t **>(text.put()), nullptr);
+    return static_cast<wchar_t *>(text.get());
+}
+
+void setDacl(ACL *acl) {
+    SECURITY_DESCRIPTOR descriptor;
+    InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION);
+    SetSecurityDescriptorDacl(&descriptor, TRUE, acl, FALSE);
+    RegSetKeySecurity(openKey(kRoot, WRITE_DAC).get(), DACL_SECURITY_INFORMATION, &descriptor);
+}
+
+TEST_F(RegistryTest, AdministratorsGetFullAccessBesideOthers) {
+    UniqueLocalMemory old;
+    ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:(A;;KR;;;WD)(A;;KR;;;BA)", SDDL_REVISION_1,
+                                                         old.put(), nullptr);
+    BOOL flag = FALSE;
+    ACL *acl = nullptr;
+    GetSecurityDescriptorDacl(old.get(), &flag, &acl, &flag);
+    setDacl(acl);
+    EnsureWritable(kRoot);
+    EXPECT_THAT(dacl(), AllOf(HasSubstr(L"(A;;KR;;;WD)"), HasSubstr(L"(A;OICI;KA;;;BA)")));
+    EXPECT_THAT(dacl(), Not(HasSubstr(L"(A;;KR;;;BA)")));
+
+    setDacl(nullptr); // everybody may do everything
+    const std::wstring unlimited = dacl();
+    EnsureWritable(kRoot);
+    EXPECT_EQ(dacl(), unlimited);
+}
+
+// The last but for the export: the privilege is gone for good.
+TEST_F(RegistryTest, OwnershipIsTakenWithThePrivilegeOnly) {
+    EXPECT_EQ(messageOf([] { TakeOwnership(kRoot); }), L"");
+    UniqueHandle token;
+    OpenProcessToken(GetCurrentProcess(), TOKEN_ADJUST_PRIVILEGES, token.put());
+    TOKEN_PRIVILEGES removed{1, {{{}, SE_PRIVILEGE_REMOVED}}};
+    LookupPrivilegeValueW(nullptr, L"SeTakeOwnershipPrivilege", &removed.Privileges[0].Luid);
+    AdjustTokenPrivileges(token.get(), FALSE, &removed, 0, nullptr, nullptr);
+    EXPECT_EQ(messageOf([] { TakeOwnership(kRoot); }),
+              L"Error in AdjustTokenPrivileges while taking ownership");
 }
 
 TEST_F(RegistryTest, ExportHoldsEveryValueAndSubKey) {

@@ -62,8 +62,10 @@ TEST_F(FirmwarePageTest, StagesAreShownThroughTheEventLoop) {
         const char *status;
         int progress;
     } steps[] = {
-        {0, 50, "start progressing", 0}, {3, 50, "writing flash...", 0},  {4, 37, "writing flash...", 37},
-        {4, 99, "writing flash...", 99}, {6, 50, "write flash END ", 99}, {7, 50, "", 99},
+        {0, 50, "start progressing", 0}, {1, 50, "openning OTA device", 0},
+        {2, 50, "Entering OTA mode", 0}, {3, 50, "writing flash...", 0},
+        {4, 37, "writing flash...", 37}, {5, 50, "waiting END status...", 37},
+        {6, 50, "write flash END ", 37}, {7, 50, "", 37},
         {0, 50, "start progressing", 0},
     };
     for (const auto &step : steps) {
