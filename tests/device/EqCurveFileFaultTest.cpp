@@ -16,8 +16,13 @@ namespace {
 enum class Fault { FullDisk, FullDiskUnnoticed, ProcessEnds };
 Fault fault;
 struct ProcessEnd {};
+int logLines;
 
 } // namespace
+
+void LogWrite(const char *, uint32_t, const char *, bool isTrace, const wchar_t *, ...) {
+    logLines += !isTrace;
+}
 
 int WriteFileBytes(const wchar_t *path, const void *bytes, size_t byteCount) {
     std::ofstream(fs::path(path), std::ios::binary)
@@ -39,8 +44,10 @@ TEST(EqCurveFileFault, OldCurvesSurviveASaveThatStopsInTheMiddle) {
         fs::create_directories(folder);
         std::ofstream(file, std::ios::binary) << old;
         fault = each;
+        logLines = 0;
         try {
             EqCurveFile::save(file.wstring(), EqCurveStore{});
+            EXPECT_EQ(logLines, 1);
             EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);
         } catch (const ProcessEnd &) {
         }
