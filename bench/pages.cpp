@@ -1,8 +1,9 @@
 // Times the pages on the whole form, with the recorder in place of the device library: one step of a slider,
-// from setValue to the end of its handler (a block write is within), and one redraw of the sound field.
-// Prints rows of bench/run's table.
+// from setValue to the end of its handler (a block write is within), and one redraw of the sound field and of
+// the equalizer's curve. Prints rows of bench/run's table.
 #include "Row.h"
 #include "support/DeviceRecorder.h"
+#include "ui/pages/EqCurveView.h"
 #include "ui/pages/EqualizerPage.h"
 #include "ui/pages/SoundFieldPage.h"
 #include "ui/pages/SoundFieldView.h"
@@ -43,19 +44,20 @@ void printSliderStep(const std::string &what, QSlider &slider) {
                  figure(writes / static_cast<double>(times.size()), "writes each"));
 }
 
-// Drawn onto an image, which leaves the display out.
-void printRedraw(SoundFieldView &view, double goalMs) {
+// Drawn onto an image, which leaves the display out. change(i) comes before redraw i.
+template<typename Change>
+void printRedraw(const std::string &what, QWidget &view, double goalMs, Change change) {
     const qreal scale = view.devicePixelRatioF();
     QImage image(view.size() * scale, QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(scale);
     image.fill(Qt::black);
     QPainter painter(&image);
-    const auto times = timesOf(400, [&](int) {
-        view.setAngle(view.angle() + 1);
+    const auto times = timesOf(400, [&](int i) {
+        change(i);
         view.render(&painter, QPoint(), QRegion(), QWidget::RenderFlags());
     });
-    printRow("Sound-field redraw, " + std::to_string(qRound(100 * scale)) + " %", median(times) / 1000, " ms",
-             goalMs, "worst " + figure(*std::max_element(times.begin(), times.end()) / 1000, "ms"));
+    printRow(what + ", " + std::to_string(qRound(100 * scale)) + " %", median(times) / 1000, " ms", goalMs,
+             "worst " + figure(*std::max_element(times.begin(), times.end()) / 1000, "ms"));
 }
 
 // The panel's window without its frame: the form in the panel's style sheet.
@@ -91,9 +93,9 @@ int main(int argc, char *argv[]) {
     InterfaceLanguage language;
     const PageContext context{window, form, device, volume, language};
     QTimer rotation;
-    ExclusiveEffects effects(context, rotation, nullptr);
-    const EqualizerPage equalizer(context, effects, std::wstring(), nullptr);
-    const SoundFieldPage soundField(context, effects, rotation, nullptr);
+    ExclusiveEffects effects(context);
+    const EqualizerPage equalizer(context, effects, std::wstring());
+    const SoundFieldPage soundField(context, effects, rotation);
     window.show();
 
     const bool scaled = window.devicePixelRatioF() > 1; // only the redraw depends on it
@@ -101,10 +103,15 @@ int main(int argc, char *argv[]) {
         showPageOf(*form.stackedWidget, *form.verticalSlider_15);
         printSliderStep("Slider step, equalizer", *form.verticalSlider_15);
     }
+    printRedraw("Equalizer curve's redraw", *window.findChild<EqCurveView *>(), scaled ? 3 : 1, [&](int i) {
+        const int preset = i % EqPresets::kCount;
+        window.findChild<QPushButton *>(QStringLiteral("btn_jhq%1").arg(preset))->click();
+    });
     effects.toggle(Effect::SoundField);
     showPageOf(*form.stackedWidget, *form.page4_L);
     if (!scaled)
         printSliderStep("Slider step, sound field", *form.page4_L);
-    printRedraw(*window.findChild<SoundFieldView *>(), scaled ? 5 : 2);
+    auto &field = *window.findChild<SoundFieldView *>();
+    printRedraw("Sound-field redraw", field, scaled ? 5 : 2, [&](int) { field.setAngle(field.angle() + 1); });
     return 0;
 }

@@ -44,6 +44,19 @@ std::optional<int> find(const EqCurveStore &store, std::u16string_view name) {
     return std::nullopt;
 }
 
+std::optional<int> findGains(const EqCurveStore &store, const ExtBlock &gains) {
+    const auto holds = [&](int i) {
+        return i < store.count && std::memcmp(store.curve[i].gain, gains.gain, sizeof gains.gain) == 0;
+    };
+    if (holds(store.current))
+        return store.current;
+    for (int i = 0; i < store.count; ++i) {
+        if (holds(i))
+            return i;
+    }
+    return std::nullopt;
+}
+
 SaveResult save(EqCurveStore &store, std::u16string_view name, const ExtBlock &gains,
                 const WriteStore &write) {
     const std::optional<int> found = find(store, name);

@@ -24,6 +24,9 @@ std::u16string nameOf(const EqCurve &curve);
 // Index of the first counted record of that name.
 std::optional<int> find(const EqCurveStore &store, std::u16string_view name);
 
+// Index of a counted record with these gains, the current one before others.
+std::optional<int> findGains(const EqCurveStore &store, const ExtBlock &gains);
+
 using WriteStore = std::function<void(const EqCurveStore &)>;
 
 enum class SaveResult { Replaced, Added, Full };

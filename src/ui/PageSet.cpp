@@ -39,11 +39,10 @@ UpdateWidgets updateWidgets(const Ui::demoClass &form) {
 PageSet::PageSet(PageContext context, WindowTimers &timers, const QString &curveFilePath) : timers_(timers) {
     setUpVolume(context);
     sampleRate_ = std::make_unique<SampleRatePage>(context, nullptr);
-    exclusiveEffects_ = std::make_unique<ExclusiveEffects>(context, timers.rotation, nullptr);
-    equalizer_ =
-        std::make_unique<EqualizerPage>(context, *exclusiveEffects_, curveFilePath.toStdWString(), nullptr);
+    exclusiveEffects_ = std::make_unique<ExclusiveEffects>(context);
+    equalizer_ = std::make_unique<EqualizerPage>(context, *exclusiveEffects_, curveFilePath.toStdWString());
     roomEffects_ = std::make_unique<RoomEffectsPage>(context, *exclusiveEffects_, nullptr);
-    soundField_ = std::make_unique<SoundFieldPage>(context, *exclusiveEffects_, timers.rotation, nullptr);
+    soundField_ = std::make_unique<SoundFieldPage>(context, *exclusiveEffects_, timers.rotation);
     spatialSound_ = std::make_unique<SpatialSoundPage>(context, *exclusiveEffects_, nullptr);
     microphone_ = std::make_unique<MicrophonePage>(context, nullptr);
     voiceEffects_ = std::make_unique<VoiceEffectsPage>(context, nullptr);

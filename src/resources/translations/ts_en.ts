@@ -21,6 +21,49 @@
     </message>
 </context>
 <context>
+    <name>EqCurveExchange</name>
+    <message>
+        <source>导入EQ曲线…</source>
+        <translation>Import EQ curve…</translation>
+    </message>
+    <message>
+        <source>导出EQ曲线…</source>
+        <translation>Export EQ curve…</translation>
+    </message>
+    <message>
+        <source>导入EQ曲线</source>
+        <translation>Import EQ curve</translation>
+    </message>
+    <message>
+        <source>EQ曲线</source>
+        <translation>EQ curves</translation>
+    </message>
+    <message>
+        <source>所有文件</source>
+        <translation>All files</translation>
+    </message>
+    <message>
+        <source>导出EQ曲线</source>
+        <translation>Export EQ curve</translation>
+    </message>
+    <message>
+        <source>无法写入“%1”。</source>
+        <translation>“%1” cannot be written.</translation>
+    </message>
+    <message>
+        <source>无法导入“%1”：文件无法读取，或大于 1 MB。</source>
+        <translation>“%1” cannot be imported: it cannot be read or is larger than 1 MB.</translation>
+    </message>
+    <message>
+        <source>无法导入“%2”：第 %1 行有误。</source>
+        <translation>“%2” cannot be imported: line %1 is not understood.</translation>
+    </message>
+    <message>
+        <source>无法导入“%1”：文件中没有均衡器曲线（GraphicEQ 或 Filter 行）。</source>
+        <translation>“%1” cannot be imported: it holds no equalizer curve (lines GraphicEQ or Filter).</translation>
+    </message>
+</context>
+<context>
     <name>demo</name>
     <message>
         <source>访问官方网站</source>
@@ -220,6 +263,14 @@
     <message>
         <source>恢复默认曲线</source>
         <translation>Restore the default curve</translation>
+    </message>
+    <message>
+        <source>导入或导出EQ曲线</source>
+        <translation>Import or export an EQ curve</translation>
+    </message>
+    <message>
+        <source>自定义</source>
+        <translation>Custom</translation>
     </message>
     <message>
         <source>20dB</source>

@@ -3,8 +3,10 @@
 
 #include "device/PropertyBlocks.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
+#include <optional>
 
 namespace EqPresets {
 
@@ -27,5 +29,14 @@ constexpr std::array<Gains, kCount> kGains{{
     {-3, -2, -1, 0, 2, 3, 2, 1, 0, 1},
     {0, 0, 0, 0, 0, 0, 0, 0, 0, 0},
 }};
+
+// Index of the row with these gains.
+inline std::optional<size_t> find(const ExtBlock &block) {
+    for (size_t i = 0; i < kGains.size(); ++i) {
+        if (std::equal(kGains[i].begin(), kGains[i].end(), block.gain))
+            return i;
+    }
+    return std::nullopt;
+}
 
 } // namespace EqPresets

@@ -4,6 +4,7 @@
 #include "device/EqCurves.h"
 #include "helpers/MessageBoxes.h"
 #include "ui/pages/ButtonHighlight.h"
+#include "ui/pages/EqCurveView.h"
 #include "ui_demoClass.h"
 
 #include <QCoreApplication>
@@ -33,9 +34,9 @@ QString fromUnits(const std::u16string &name) {
 
 } // namespace
 
-EqualizerPage::EqualizerPage(PageContext context, ExclusiveEffects &effects, std::wstring curveFilePath,
-                             QObject *parent)
-    : QObject(parent), context_(context), effects_(effects), curveFilePath_(std::move(curveFilePath)) {
+EqualizerPage::EqualizerPage(PageContext context, ExclusiveEffects &effects, std::wstring curveFilePath)
+    : context_(context), effects_(effects), curveFilePath_(std::move(curveFilePath)),
+      exchange_(context, effects) {
     findControls();
     prepareCurveNames();
     effects_.attach(Effect::Equalizer, *context_.form.pushButton_6, nullptr,
@@ -46,12 +47,15 @@ EqualizerPage::EqualizerPage(PageContext context, ExclusiveEffects &effects, std
 }
 
 void EqualizerPage::findControls() {
+    QVector<QSlider *> sliders;
     for (size_t band = 0; band < bands_.size(); ++band) {
         const int name = kFirstBandName + static_cast<int>(band);
         bands_[band] = {context_.window.findChild<QSlider *>(QStringLiteral("verticalSlider_%1").arg(name)),
                         context_.window.findChild<QLabel *>(QStringLiteral("jhq_lab_%1").arg(name))};
         bands_[band].slider->setRange(0, kSliderMaximum);
+        sliders.push_back(bands_[band].slider);
     }
+    new EqCurveView(sliders);
     for (size_t i = 0; i < presets_.size(); ++i)
         presets_[i] = context_.window.findChild<QPushButton *>(QStringLiteral("btn_jhq%1").arg(i));
 }
@@ -86,7 +90,8 @@ void EqualizerPage::connectControls() {
                 [this, band](int value) { moveBand(band, value); });
     connect(form.pushButton_25, &QPushButton::clicked, this, &EqualizerPage::saveCurve);
     connect(form.pushButton_24, &QPushButton::clicked, this, &EqualizerPage::deleteCurve);
-    // By name: the overload is marked as deprecated, its successor is not what others may emit.
+    connect(&exchange_, &EqCurveExchange::imported, this, &EqualizerPage::importCurve);
+    // By name, since naming the overload that carries the text warns of its deprecation.
     connect(form.comboBox, SIGNAL(activated(QString)), this, SLOT(recallCurve(QString)));
 }
 
@@ -95,7 +100,7 @@ void EqualizerPage::retranslated() {
     // ideographs.
     context_.form.btn_jhq9->setText(QCoreApplication::translate("demoClass", "⾄臻流⾏"));
     context_.form.btn_jhq10->setText(QCoreApplication::translate("demoClass", "⼈声增强"));
-    showActivePreset();
+    showCurveName();
     refreshSilently();
 }
 
@@ -139,10 +144,12 @@ void EqualizerPage::resetCurve() {
 void EqualizerPage::recallCurve(const QString &name) {
     if (!isOn())
         return;
-    if (EqCurves::recall(context_.device.curves, toUnits(name), context_.device.extension))
-        refreshEqSliders();
-    else
+    if (!EqCurves::recall(context_.device.curves, toUnits(name), context_.device.extension)) {
         ShowMessage(QStringLiteral("not found"), nullptr, MB_OK);
+        return;
+    }
+    refreshEqSliders();
+    showCurveName();
 }
 
 void EqualizerPage::saveCurve() {
@@ -161,6 +168,7 @@ void EqualizerPage::saveCurve() {
     case EqCurves::SaveResult::Replaced:
         break;
     }
+    showCurveName();
 }
 
 void EqualizerPage::deleteCurve() {
@@ -175,14 +183,26 @@ void EqualizerPage::deleteCurve() {
     EqCurves::remove(store, toUnits(name));
     names.setCurrentIndex(store.current);
     EqCurveFile::save(curveFilePath_, store);
+    showCurveName();
+}
+
+// The name can be saved, but is not yet that of a stored curve.
+void EqualizerPage::importCurve(const EqCurveText::Gains &gains, const QString &name) {
+    applyGains(gains);
+    refreshSilently();
+    QString kept = name.left(EqCurves::kNameUnits);
+    if (!kept.isEmpty() && kept.at(kept.size() - 1).isHighSurrogate()) // half a character
+        kept.chop(1);
+    context_.form.comboBox->setEditText(kept);
 }
 
 void EqualizerPage::applyEqPreset(int index) {
-    const EqPresets::Gains &gains = EqPresets::kGains[static_cast<size_t>(index)];
+    applyGains(EqPresets::kGains[static_cast<size_t>(index)]);
+}
+
+void EqualizerPage::applyGains(const EqPresets::Gains &gains) {
     std::copy(gains.begin(), gains.end(), context_.device.extension.gain);
     sendGains();
-    activePreset_ = index;
-    showActivePreset();
 }
 
 void EqualizerPage::refreshEqSliders() {
@@ -197,12 +217,25 @@ void EqualizerPage::refreshSilently() {
     refreshEqSliders();
 }
 
-void EqualizerPage::showActivePreset() {
-    context_.form.jhq_lab_20->setText(
-        activePreset_ < 0 ? QString() : presets_[static_cast<size_t>(activePreset_)]->text());
+// Of the gains as they stand, not of what was chosen last.
+QString EqualizerPage::curveName() const {
+    const ExtBlock &gains = context_.device.extension;
+    const EqCurveStore &store = context_.device.curves;
+    if (const std::optional<size_t> preset = EqPresets::find(gains))
+        return presets_[*preset]->text();
+    if (const std::optional<int> stored = EqCurves::findGains(store, gains))
+        return fromUnits(EqCurves::nameOf(store.curve[*stored]));
+    return QCoreApplication::translate("demoClass", "自定义");
+}
+
+void EqualizerPage::showCurveName() {
+    QLabel &label = *context_.form.jhq_lab_20;
+    label.ensurePolished(); // has its font
+    label.setText(label.fontMetrics().elidedText(curveName(), Qt::ElideRight, label.width()));
 }
 
 void EqualizerPage::sendGains() {
     context_.device.saveType3Block();
     context_.device.refreshSoundBlock();
+    showCurveName();
 }

@@ -2,6 +2,7 @@
 // one block write; while the equalizer is off only the sliders still send. GUI thread.
 #pragma once
 
+#include "ui/pages/EqCurveExchange.h"
 #include "ui/pages/EqPresets.h"
 #include "ui/pages/ExclusiveEffects.h"
 #include "ui/pages/PageContext.h"
@@ -19,8 +20,7 @@ class EqualizerPage : public QObject {
 
 public:
     // The curves of the file at curveFilePath are already loaded.
-    EqualizerPage(PageContext context, ExclusiveEffects &effects, std::wstring curveFilePath,
-                  QObject *parent);
+    EqualizerPage(PageContext context, ExclusiveEffects &effects, std::wstring curveFilePath);
 
     // Writes the texts that the form does not hold, and the gains, which it resets.
     void retranslated();
@@ -45,11 +45,14 @@ private:
     void resetCurve();
     void saveCurve();
     void deleteCurve();
+    void importCurve(const EqCurveText::Gains &gains, const QString &name);
 
     void applyEqPreset(int index);
+    void applyGains(const EqPresets::Gains &gains);
     void refreshEqSliders();
     void refreshSilently(); // without the sliders' handlers sending
-    void showActivePreset();
+    QString curveName() const;
+    void showCurveName();
     void sendGains();
     bool isOn() const { return effects_.isOn(Effect::Equalizer); }
 
@@ -60,5 +63,5 @@ private:
     std::array<QPushButton *, EqPresets::kCount> presets_{};
     QPushButton *eqPresetButton = nullptr; // the preset pressed last
     int eqPresetIndex = 0;
-    int activePreset_ = -1; // the one whose name is shown; -1: none yet
+    EqCurveExchange exchange_;
 };

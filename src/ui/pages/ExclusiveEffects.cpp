@@ -2,8 +2,7 @@
 
 #include "ui/pages/StyleSheetText.h"
 
-ExclusiveEffects::ExclusiveEffects(PageContext context, QTimer &rotationTimer, QObject *parent)
-    : QObject(parent), context_(context), rotation_(rotationTimer) {}
+ExclusiveEffects::ExclusiveEffects(PageContext context) : context_(context) {}
 
 void ExclusiveEffects::attach(Effect effect, QAbstractButton &switchButton, QWidget *caption,
                               QVector<QWidget *> panel) {
@@ -13,23 +12,15 @@ void ExclusiveEffects::attach(Effect effect, QAbstractButton &switchButton, QWid
 }
 
 void ExclusiveEffects::toggle(Effect effect) {
-    const bool on = ExclusiveGroup::toggle(context_.device.sound, effect);
-    if (on || effect == Effect::SoundField)
-        followAngleMode();
+    ExclusiveGroup::toggle(context_.device.sound, effect);
+    emit changed();
     showAll();
     context_.device.saveType2Block();
 }
 
 void ExclusiveEffects::showStored() {
-    followAngleMode();
+    emit changed();
     showAll();
-}
-
-void ExclusiveEffects::followAngleMode() {
-    if (const int step = ExclusiveGroup::rotationStep(context_.device.sound))
-        rotation_.start(step);
-    else
-        rotation_.hold();
 }
 
 bool ExclusiveEffects::isOn(Effect effect) const {

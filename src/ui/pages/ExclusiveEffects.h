@@ -4,7 +4,6 @@
 #pragma once
 
 #include "ui/pages/ExclusiveGroup.h"
-#include "ui/pages/FieldRotation.h"
 #include "ui/pages/PageContext.h"
 
 #include <QAbstractButton>
@@ -15,7 +14,7 @@ class ExclusiveEffects : public QObject {
     Q_OBJECT
 
 public:
-    ExclusiveEffects(PageContext context, QTimer &rotationTimer, QObject *parent);
+    explicit ExclusiveEffects(PageContext context);
 
     // Shows the effect's state on the controls from now on and lets the switch toggle it. caption may be
     // null; panel holds what can be worked only while the effect is on.
@@ -24,14 +23,14 @@ public:
     // Flips the effect, shows what follows from it and sends the sound block once.
     void toggle(Effect effect);
 
-    // Shows what the block holds on all controls, and turns or stops the field accordingly; sends nothing.
+    // Shows what the block holds on all controls; sends nothing.
     void showStored();
 
-    // Turns or stops the field as the block says.
-    void followAngleMode();
-
     bool isOn(Effect effect) const;
-    FieldRotation &rotation() { return rotation_; }
+
+signals:
+    // The block's switches or angle mode are others; on a toggle, before it is sent.
+    void changed();
 
 private:
     struct Controls {
@@ -45,6 +44,5 @@ private:
     void show(const Controls &controls) const;
 
     PageContext context_;
-    FieldRotation rotation_;
     QVector<Controls> controls_;
 };

@@ -20,15 +20,14 @@ bool isOn(const SoundBlock &block, Effect effect) {
     return switchedOn(block.*switchOf(effect));
 }
 
-bool toggle(SoundBlock &block, Effect effect) {
+void toggle(SoundBlock &block, Effect effect) {
     block.*switchOf(effect) ^= 1;
     if (!isOn(block, effect))
-        return false;
+        return;
     for (const Effect other : kAllEffects) {
         if (other != effect)
             block.*switchOf(other) = 0;
     }
-    return true;
 }
 
 int rotationStep(const SoundBlock &block) {

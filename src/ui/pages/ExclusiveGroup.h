@@ -21,8 +21,8 @@ uint8_t SoundBlock::*switchOf(Effect effect);
 
 bool isOn(const SoundBlock &block, Effect effect);
 
-// Flips the effect's switch; switched on, it switches the other three off. True when it is on now.
-bool toggle(SoundBlock &block, Effect effect);
+// Flips the effect's switch; switched on, it switches the other three off.
+void toggle(SoundBlock &block, Effect effect);
 
 // -1 (clockwise) or +1 while the sound field is on and turning, else 0, also for an unknown angle mode.
 int rotationStep(const SoundBlock &block);

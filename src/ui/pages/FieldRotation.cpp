@@ -8,6 +8,10 @@ constexpr float kFullTurn = 360;
 
 } // namespace
 
+FieldRotation::FieldRotation(QTimer &timer) : timer_(timer) {
+    connect(&timer_, &QTimer::timeout, this, &FieldRotation::tick);
+}
+
 void FieldRotation::start(int step) {
     timer_.stop();
     rotationStep = step;
@@ -24,13 +28,14 @@ void FieldRotation::hold() {
 void FieldRotation::centre() {
     hold();
     rotationAngle = 0;
+    emit turned(rotationAngle);
 }
 
-bool FieldRotation::advance() {
+void FieldRotation::tick() {
     if (!rotationActive)
-        return false;
+        return;
     rotationAngle += static_cast<float>(rotationStep) * rotationFactor;
     if (std::abs(rotationAngle) >= kFullTurn) // a field that turns for weeks must not run out of digits
         rotationAngle = std::fmod(rotationAngle, kFullTurn);
-    return true;
+    emit turned(rotationAngle);
 }

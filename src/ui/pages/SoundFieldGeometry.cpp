@@ -13,9 +13,9 @@ constexpr double kReach = 1.5; // distance of the lowest level, in reference dis
 
 } // namespace
 
-int stepLevel(int level, int step) {
+int8_t stepLevel(int8_t level, int step) {
     const int next = level + step;
-    return step < 0 ? std::max(next, kMinLevel) : std::min(next, kMaxLevel);
+    return static_cast<int8_t>(step < 0 ? std::max(next, kMinLevel) : std::min(next, kMaxLevel));
 }
 
 int roundHalfUp(double value) {

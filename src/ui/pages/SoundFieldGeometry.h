@@ -1,6 +1,7 @@
 // Where things stand on the sound-field page, on plain values. Pixels, y grows downwards.
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 namespace SoundField {
@@ -27,7 +28,7 @@ constexpr int kMinLevel = -13;
 constexpr int kMaxLevel = 4;
 
 // One step down or up for each level, kept in range on the side it moves to.
-int stepLevel(int level, int step);
+int8_t stepLevel(int8_t level, int step);
 
 // Nearest integer, halves upwards.
 int roundHalfUp(double value);

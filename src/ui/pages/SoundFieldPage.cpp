@@ -39,6 +39,10 @@ QPoint centreOf(const QRect &area) {
     return {area.x() + area.width() / 2, area.y() + area.height() / 2};
 }
 
+QPushButton *fieldButton(const QWidget &window, int number) {
+    return window.findChild<QPushButton *>(QStringLiteral("Page4_P_%1").arg(number));
+}
+
 SoundFieldView::Speakers drawnSpeakers() {
     SoundFieldView::Speakers speakers;
     for (size_t i = 0; i < speakers.size(); ++i)
@@ -48,22 +52,21 @@ SoundFieldView::Speakers drawnSpeakers() {
 
 } // namespace
 
-SoundFieldPage::SoundFieldPage(PageContext context, ExclusiveEffects &effects, QTimer &rotationTimer,
-                               QObject *parent)
-    : QObject(parent), context_(context), effects_(effects) {
+SoundFieldPage::SoundFieldPage(PageContext context, ExclusiveEffects &effects, QTimer &rotationTimer)
+    : context_(context), effects_(effects), rotation_(rotationTimer) {
     const Ui::demoClass &form = context_.form;
-    view_ = new SoundFieldView(drawnSpeakers(), form.round);
+    auto *view = new SoundFieldView(drawnSpeakers(), form.round);
     form.round->setStyleSheet(QStringLiteral("background: none;")); // the drawing brings its own disc
+    connect(&rotation_, &FieldRotation::turned, view, &SoundFieldView::setAngle);
     findSpeakers();
-    findFieldButtons();
     effects_.attach(Effect::SoundField, *form.pushButton_14, form.label_152, {form.Page4_P, form.frame_2});
+    connect(&effects_, &ExclusiveEffects::changed, this, &SoundFieldPage::followAngleMode);
     showStored();
-    connectControls();
-    connect(&rotationTimer, &QTimer::timeout, this, [this] {
-        if (effects_.rotation().advance())
-            showAngle();
-    });
-    effects_.followAngleMode();
+    const int mode = context_.device.sound.fieldAngleMode;
+    markFieldButton(mode <= static_cast<int>(AngleMode::Centred) ? mode : 0);
+    connectLevels();
+    connectFieldButtons();
+    followAngleMode();
 }
 
 void SoundFieldPage::findSpeakers() {
@@ -81,13 +84,7 @@ void SoundFieldPage::findSpeakers() {
     context_.form.horizontalSlider_14->setRange(SoundField::kMinLevel, SoundField::kMaxLevel);
 }
 
-void SoundFieldPage::findFieldButtons() {
-    for (int number = 1; number <= kFieldButtons; ++number)
-        fieldButtons_.push_back(
-            context_.window.findChild<QPushButton *>(QStringLiteral("Page4_P_%1").arg(number)));
-}
-
-void SoundFieldPage::connectControls() {
+void SoundFieldPage::connectLevels() {
     const Ui::demoClass &form = context_.form;
     for (size_t i = 0; i < speakers_.size(); ++i)
         connect(speakers_[i].slider, &QSlider::valueChanged, this,
@@ -95,22 +92,22 @@ void SoundFieldPage::connectControls() {
     connect(form.horizontalSlider_14, &QSlider::valueChanged, this, &SoundFieldPage::moveMaster);
     connect(form.Page4_P_6, &QPushButton::clicked, this, [this] { stepLevels(-1); });
     connect(form.Page4_P_7, &QPushButton::clicked, this, [this] { stepLevels(1); });
-    connectFieldButton(1, &SoundFieldPage::turnClockwise);
-    connectFieldButton(2, &SoundFieldPage::turnAnticlockwise);
-    connectFieldButton(3, &SoundFieldPage::hold);
-    connectFieldButton(4, &SoundFieldPage::centre);
-    connectFieldButton(5, &SoundFieldPage::restoreDefaults);
 }
 
-void SoundFieldPage::connectFieldButton(int number, void (SoundFieldPage::*action)()) {
-    auto *button = static_cast<QPushButton *>(fieldButtons_[number - 1]);
-    connect(button, &QPushButton::clicked, this, [this, button, action] {
-        if (!isOn())
-            return;
-        currentFieldButton_ = button;
-        ButtonHighlight::mark(fieldButtons_, currentFieldButton_, kPressedColour, kOtherColour);
-        (this->*action)();
-    });
+void SoundFieldPage::connectFieldButtons() {
+    const auto connectButton = [this](int number, auto action) {
+        connect(fieldButton(context_.window, number), &QPushButton::clicked, this, [this, number, action] {
+            if (!effects_.isOn(Effect::SoundField))
+                return;
+            markFieldButton(number);
+            action();
+        });
+    };
+    connectButton(1, [this] { setAngleMode(AngleMode::Clockwise); });
+    connectButton(2, [this] { setAngleMode(AngleMode::Anticlockwise); });
+    connectButton(3, [this] { setAngleMode(AngleMode::Held); });
+    connectButton(4, [this] { centre(); });
+    connectButton(5, [this] { restoreDefaults(); });
 }
 
 void SoundFieldPage::retranslated() {
@@ -129,11 +126,11 @@ void SoundFieldPage::moveSpeaker(size_t speaker, int level) {
         return;
     context_.device.sound.speakerLevel[speaker] = static_cast<int8_t>(level);
     context_.device.saveType2Block();
-    placeMarkers();
+    placeMarker(speakers_[speaker]);
 }
 
 void SoundFieldPage::moveMaster(int level) {
-    if (context_.volume.volumeUpdating || !isOn())
+    if (context_.volume.volumeUpdating || !effects_.isOn(Effect::SoundField))
         return;
     setAllLevels(level);
     context_.device.saveType2Block();
@@ -141,53 +138,45 @@ void SoundFieldPage::moveMaster(int level) {
 }
 
 void SoundFieldPage::stepLevels(int step) {
-    if (!isOn())
+    if (!effects_.isOn(Effect::SoundField))
         return;
     for (int8_t &level : context_.device.sound.speakerLevel)
-        level = static_cast<int8_t>(SoundField::stepLevel(level, step));
+        level = SoundField::stepLevel(level, step);
     showLevels();
     context_.device.saveType2Block();
     placeMarkers();
     showMaster(context_.device.sound.speakerLevel[0]);
 }
 
-void SoundFieldPage::turn(int step) {
-    effects_.rotation().start(step);
-    saveAngleMode(step < 0 ? AngleMode::Clockwise : AngleMode::Anticlockwise);
-}
-
-void SoundFieldPage::hold() {
-    effects_.rotation().hold();
-    saveAngleMode(AngleMode::Held);
+void SoundFieldPage::setAngleMode(AngleMode mode) {
+    context_.device.sound.fieldAngleMode = static_cast<uint8_t>(mode);
+    followAngleMode();
+    context_.device.saveType2Block();
 }
 
 void SoundFieldPage::centre() {
-    centreField();
-    saveAngleMode(AngleMode::Centred);
+    rotation_.centre();
+    setAngleMode(AngleMode::Centred);
 }
 
 void SoundFieldPage::restoreDefaults() {
-    centreField();
     setAllLevels(0);
     showMaster(0);
     placeMarkers();
-    saveAngleMode(AngleMode::Centred);
+    centre();
 }
 
-void SoundFieldPage::centreField() {
-    effects_.rotation().centre();
-    showAngle();
+void SoundFieldPage::followAngleMode() {
+    if (const int step = ExclusiveGroup::rotationStep(context_.device.sound))
+        rotation_.start(step);
+    else
+        rotation_.hold();
 }
 
 void SoundFieldPage::setAllLevels(int level) {
-    for (int8_t &each : context_.device.sound.speakerLevel)
-        each = static_cast<int8_t>(level);
+    auto &levels = context_.device.sound.speakerLevel;
+    std::fill(std::begin(levels), std::end(levels), static_cast<int8_t>(level));
     showLevels();
-}
-
-void SoundFieldPage::saveAngleMode(AngleMode mode) {
-    context_.device.sound.fieldAngleMode = static_cast<uint8_t>(mode);
-    context_.device.saveType2Block();
 }
 
 void SoundFieldPage::showLevels() {
@@ -201,20 +190,27 @@ void SoundFieldPage::showMaster(int level) {
     context_.form.horizontalSlider_14->setValue(level);
 }
 
-void SoundFieldPage::placeMarkers() {
+void SoundFieldPage::placeMarker(const Speaker &speaker) {
     const QPoint centre = centreOf(context_.form.round->geometry());
-    for (const Speaker &speaker : speakers_) {
-        const QSlider &slider = *speaker.slider;
-        const int level = slider.value();
-        const SoundField::Point place = SoundField::markerPosition(
-            {centre.x(), centre.y()}, {speaker.reference.x(), speaker.reference.y()},
-            {speaker.marker->width(), speaker.marker->height()}, level, slider.minimum(), slider.maximum());
-        speaker.marker->move(place.x, place.y);
-        speaker.value->setText(QString::number(level) + QStringLiteral("db"));
-        QOR_TRACE(L"%d", level);
-    }
+    const QSlider &slider = *speaker.slider;
+    const int level = slider.value();
+    const SoundField::Point place = SoundField::markerPosition(
+        {centre.x(), centre.y()}, {speaker.reference.x(), speaker.reference.y()},
+        {speaker.marker->width(), speaker.marker->height()}, level, slider.minimum(), slider.maximum());
+    speaker.marker->move(place.x, place.y);
+    speaker.value->setText(QString::number(level) + QStringLiteral("db"));
+    QOR_TRACE(L"%d", level);
 }
 
-void SoundFieldPage::showAngle() {
-    view_->setAngle(effects_.rotation().angle());
+void SoundFieldPage::placeMarkers() {
+    for (const Speaker &speaker : speakers_)
+        placeMarker(speaker);
+}
+
+// None of them for a number that no button has.
+void SoundFieldPage::markFieldButton(int number) {
+    QVector<QWidget *> buttons;
+    for (int each = 1; each <= kFieldButtons; ++each)
+        buttons.push_back(fieldButton(context_.window, each));
+    ButtonHighlight::mark(buttons, fieldButton(context_.window, number), kPressedColour, kOtherColour);
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ui/pages/ExclusiveEffects.h"
+#include "ui/pages/FieldRotation.h"
 #include "ui/pages/PageContext.h"
 
 #include <array>
@@ -12,13 +13,12 @@
 class QLabel;
 class QPushButton;
 class QSlider;
-class SoundFieldView;
 
 class SoundFieldPage : public QObject {
     Q_OBJECT
 
 public:
-    SoundFieldPage(PageContext context, ExclusiveEffects &effects, QTimer &rotationTimer, QObject *parent);
+    SoundFieldPage(PageContext context, ExclusiveEffects &effects, QTimer &rotationTimer);
 
     // Writes the levels' labels again, which the form resets.
     void retranslated();
@@ -34,34 +34,27 @@ private:
     };
 
     void findSpeakers();
-    void findFieldButtons();
-    void connectControls();
-    void connectFieldButton(int number, void (SoundFieldPage::*action)());
+    void connectLevels();
+    void connectFieldButtons();
 
     void moveSpeaker(size_t speaker, int level);
     void moveMaster(int level);
     void stepLevels(int step);
 
-    void turnClockwise() { turn(-1); }
-    void turnAnticlockwise() { turn(1); }
-    void turn(int step);
-    void hold();
+    void setAngleMode(AngleMode mode);
     void centre();
     void restoreDefaults();
-    void centreField();
+    void followAngleMode();
 
     void setAllLevels(int level);
-    void saveAngleMode(AngleMode mode);
     void showLevels();
     void showMaster(int level);
+    void placeMarker(const Speaker &speaker);
     void placeMarkers();
-    void showAngle();
-    bool isOn() const { return effects_.isOn(Effect::SoundField); }
+    void markFieldButton(int number);
 
     PageContext context_;
     ExclusiveEffects &effects_;
     std::array<Speaker, sizeof(SoundBlock::speakerLevel)> speakers_{};
-    QVector<QWidget *> fieldButtons_; // Page4_P_1..5
-    QWidget *currentFieldButton_ = nullptr;
-    SoundFieldView *view_ = nullptr;
+    FieldRotation rotation_;
 };

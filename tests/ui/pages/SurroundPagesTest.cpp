@@ -31,10 +31,12 @@ protected:
     void start() {
         rotationTimer.stop();
         pages = std::make_unique<QObject>(); // takes the last ones with it
-        auto &effects = *new ExclusiveEffects(context(), rotationTimer, pages.get());
-        new EqualizerPage(context(), effects, L"", pages.get());
+        auto &effects = *new ExclusiveEffects(context());
+        auto &equalizer = *new EqualizerPage(context(), effects, L"");
+        auto &soundField = *new SoundFieldPage(context(), effects, rotationTimer);
+        for (QObject *page : {static_cast<QObject *>(&effects), static_cast<QObject *>(&equalizer), static_cast<QObject *>(&soundField)})
+            page->setParent(pages.get());
         new RoomEffectsPage(context(), effects, pages.get());
-        new SoundFieldPage(context(), effects, rotationTimer, pages.get());
         EXPECT_THAT(takeCalls(), IsEmpty());
     }
 

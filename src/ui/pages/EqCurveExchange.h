@@ -1,0 +1,32 @@
+// Import and export of the equalizer's curve as a text file: a menu on a button, or a file dropped on the
+// page. What cannot be imported is told in a message box. GUI thread.
+#pragma once
+
+#include "ui/pages/EqCurveText.h"
+#include "ui/pages/ExclusiveEffects.h"
+#include "ui/pages/FileDrop.h"
+#include "ui/pages/PageContext.h"
+
+#include <QObject>
+
+class EqCurveExchange : public QObject {
+    Q_OBJECT
+
+public:
+    EqCurveExchange(PageContext context, ExclusiveEffects &effects);
+
+signals:
+    // While the equalizer is on. The name is the file's, without its extension.
+    void imported(const EqCurveText::Gains &gains, const QString &name);
+
+private:
+    void showMenu();
+    void chooseImport();
+    void chooseExport();
+    void importDropped(const QString &path, QPoint position);
+    void importFile(const QString &path);
+
+    PageContext context_;
+    ExclusiveEffects &effects_;
+    FileDrop drop_;
+};
