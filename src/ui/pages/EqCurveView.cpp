@@ -10,8 +10,8 @@ namespace {
 
 constexpr double kHandleSize = 16; // of a slider's handle in panel.qss
 constexpr double kLineWidth = 2;
-constexpr int kStrongFill = 110; // of 255, at the ends of the scale
-constexpr int kWeakFill = 16;    // at the zero line
+constexpr int kStrongFill = 150; // of 255, at the ends of the scale
+constexpr int kWeakFill = 28;    // at the zero line
 
 struct Colours {
     QColor line, fill;
