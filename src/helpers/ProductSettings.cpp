@@ -36,35 +36,36 @@ Result logged(Operation operation, Result otherwise) {
     return otherwise;
 }
 
-bool exists(const wchar_t *name) {
-    return Registry::KeyExists(kProductKey) && Registry::ValueExists(kProductKey, name);
+bool exists(const wchar_t *key, const wchar_t *name) {
+    return Registry::KeyExists(key) && Registry::ValueExists(key, name);
 }
 
 template<typename Value>
-std::optional<Value> readExisting(const wchar_t *name, Value (*read)(std::wstring, std::wstring)) {
+std::optional<Value> readExisting(const wchar_t *key, const wchar_t *name,
+                                  Value (*read)(std::wstring, std::wstring)) {
     return logged(
         [&]() -> std::optional<Value> {
-            if (!exists(name))
+            if (!exists(key, name))
                 return std::nullopt;
-            return read(kProductKey, name);
+            return read(key, name);
         },
         std::optional<Value>());
 }
 
 } // namespace
 
-std::optional<uint32_t> readDword(const wchar_t *name) {
-    return readExisting<uint32_t>(name, &Registry::ReadDwordValue);
+std::optional<uint32_t> readDword(const wchar_t *name, const wchar_t *key) {
+    return readExisting<uint32_t>(key, name, &Registry::ReadDwordValue);
 }
 
 std::optional<std::wstring> readString(const wchar_t *name) {
-    return readExisting<std::wstring>(name, &Registry::ReadStringValue);
+    return readExisting<std::wstring>(kProductKey, name, &Registry::ReadStringValue);
 }
 
-bool writeDword(const wchar_t *name, uint32_t value) {
+bool writeDword(const wchar_t *name, uint32_t value, const wchar_t *key) {
     return logged(
         [&] {
-            Registry::WriteDwordValue(kProductKey, name, value);
+            Registry::WriteDwordValue(key, name, value);
             return true;
         },
         false);

@@ -1,5 +1,6 @@
-// A dialog drawn inside the main window, above its pages. With the frameless hint as its only window flag it
-// is a child of the window and not a window of its own, so its position is in the main window's coordinates.
+// A dialog drawn inside the main window, above its pages, which are dimmed and out of reach while it is open.
+// With the frameless hint as its only window flag it is a child of the window and not a window of its own, so
+// its position is in the main window's coordinates.
 #pragma once
 
 #include <QDialog>
@@ -7,6 +8,8 @@
 
 class EmbeddedDialog {
 public:
+    // open: true from now until the dialog is closed, by whatever means.
+    EmbeddedDialog(QWidget &mainWindow, bool &open);
     explicit EmbeddedDialog(QWidget &mainWindow);
     ~EmbeddedDialog();
     EmbeddedDialog(const EmbeddedDialog &) = delete;
@@ -23,5 +26,8 @@ public:
 
 private:
     QWidget &mainWindow_;
-    QPointer<QDialog> dialog_; // the main window may end, with its children, while the dialog runs
+    // Made in this order, so that the dialog stands above the shade. The main window may end, with its
+    // children, while the dialog runs.
+    QPointer<QWidget> shade_;
+    QPointer<QDialog> dialog_;
 };

@@ -6,19 +6,13 @@
 #include <QDesktopServices>
 #include <QMenu>
 #include <QProcess>
-#include <QUrl>
 
-namespace {
-
-const char kMenuStyle[] = "QMenu { background-color: #2b2b2b; border: 1px solid #474747; padding: 6px 0px;"
-                          " color: #FFFFFF; font: 14px 'Microsoft YaHei'; }"
-                          "QMenu::item { background-color: transparent; padding: 8px 24px; }"
-                          "QMenu::item:selected { background-color: #286360; }";
-
-} // namespace
+QUrl makerWebSite() {
+    return QUrl(QStringLiteral("https://www.qorsound.example/"));
+}
 
 void OpenMakerWebSite() {
-    if (!QDesktopServices::openUrl(QUrl(QStringLiteral("https://www.qorsound.example/"))))
+    if (!QDesktopServices::openUrl(makerWebSite()))
         QOR_LOG(L"the maker's web site cannot be opened");
 }
 
@@ -36,7 +30,6 @@ void addTopBarMenu(QWidget &topBar, std::function<void()> openWebSite,
                            openRecordingSettings = std::move(openRecordingSettings)](const QPoint &position) {
         auto *menu = new QMenu(bar);
         menu->setAttribute(Qt::WA_DeleteOnClose);
-        menu->setStyleSheet(QString::fromLatin1(kMenuStyle));
         menu->addAction(QCoreApplication::translate("demo", "访问官方网站"), bar, openWebSite);
         menu->addAction(QCoreApplication::translate("demo", "录音设备设置"), bar, openRecordingSettings);
         menu->popup(bar->mapToGlobal(position));

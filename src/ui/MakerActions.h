@@ -1,8 +1,11 @@
-// The two small actions of the top bar's right-click menu, and the menu.
+// The maker's web site and the system's recording settings, and the top bar's right-click menu with the two.
 #pragma once
 
 #include <functional>
+#include <QUrl>
 #include <QWidget>
+
+QUrl makerWebSite();
 
 // Opens the maker's web site in the default browser. A failure is logged.
 void OpenMakerWebSite();

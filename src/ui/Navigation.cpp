@@ -1,7 +1,7 @@
 #include "ui/Navigation.h"
 
-#include <QStyle>
-#include <QVariant>
+#include "ui/pages/FindControl.h"
+#include "ui/pages/ShownState.h"
 
 namespace {
 
@@ -23,10 +23,9 @@ void replaceFirst(QWidget &widget, const QString &from, const QString &to) {
 
 Navigation::Navigation(QWidget &window, QStackedWidget &pages, QObject *parent)
     : QObject(parent), pages_(pages), group_(this) {
+    group_.setExclusive(false); // which one is checked follows the page; every one stays in the tab order
     for (int page = 0; page < kPageCount; ++page) {
-        auto *button = window.findChild<QPushButton *>(QStringLiteral("bt_y%1").arg(page));
-        if (!button)
-            continue;
+        auto *button = &findControl<QPushButton>(window, QStringLiteral("bt_y%1").arg(page));
         group_.addButton(button, page);
         if (kHiddenPages >> page & 1u)
             button->hide();
@@ -52,14 +51,8 @@ void Navigation::select(int page) {
     markCurrent(page);
 }
 
-// The style sheet shows the button of the current page by this property, whatever the highlight.
+// The style sheet shows the button of the current page as checked, whatever the highlight.
 void Navigation::markCurrent(int page) {
-    for (QAbstractButton *button : group_.buttons()) {
-        const bool current = group_.id(button) == page;
-        if (button->property("currentPage").toBool() == current)
-            continue;
-        button->setProperty("currentPage", current);
-        button->style()->unpolish(button);
-        button->style()->polish(button);
-    }
+    for (QAbstractButton *button : group_.buttons())
+        ShownState::show(*button, group_.id(button) == page);
 }

@@ -1,5 +1,5 @@
-// All page controllers and what reaches them from other threads, built in the order in which the device
-// expects their first calls. Owned by the main window.
+// All page controllers and what reaches them from other threads, built in the order of their first calls of
+// the device library. Owned by the main window.
 #pragma once
 
 #include "ui/pages/PageContext.h"
@@ -50,6 +50,7 @@ public:
     // Position 0..3 of the room page's hidden combo box.
     void selectRoomMode(int index);
     bool upgradeInProgress() const;
+    const BatteryStatus &battery() const { return *battery_; }
 
 private:
     void setUpVolume(PageContext context);

@@ -15,25 +15,22 @@ SettingsDialog::SettingsDialog(QWidget &mainWindow, InterfaceLanguage &language,
 void SettingsDialog::OpenSettingsDialog() {
     if (state_.anyOpen())
         return;
-    state_.settingsOpen = true;
 
-    EmbeddedDialog embedded(mainWindow_);
+    EmbeddedDialog embedded(mainWindow_, state_.settingsOpen);
+    QDialog *dialog = embedded.dialog();
     Ui::dlgsetting form;
-    form.setupUi(embedded.dialog());
+    form.setupUi(dialog);
     embedded.makeFrameless();
     fill(form);
-    QObject::connect(form.pushButton, &QPushButton::clicked, embedded.dialog(), [this] { close(); });
-    QObject::connect(form.pushButton_2, &QPushButton::clicked, embedded.dialog(), [this] { SaveSettings(); });
-
-    dialog_ = embedded.dialog();
-    form_ = &form;
+    QObject::connect(form.pushButton, &QPushButton::clicked, dialog, [dialog] { dialog->close(); });
+    QObject::connect(form.pushButton_2, &QPushButton::clicked, dialog, [this, &form, dialog] {
+        SaveSettings(form);
+        dialog->close();
+    });
     embedded.run();
-    dialog_ = nullptr;
-    form_ = nullptr;
-    state_.settingsOpen = false; // the Escape key closes the dialog without a button
 }
 
-void SettingsDialog::fill(Ui::dlgsetting &form) {
+void SettingsDialog::fill(Ui::dlgsetting &form) const {
     form.comboBox->setItemDelegate(new QStyledItemDelegate(form.comboBox)); // rows follow the style sheet
     form.comboBox->setCurrentIndex(language_.code);
     form.checkBox->setChecked(hidesToTray());
@@ -42,29 +39,21 @@ void SettingsDialog::fill(Ui::dlgsetting &form) {
     form.pushButton_2->setDefault(true);
 }
 
-void SettingsDialog::SaveSettings() {
-    if (!form_)
-        return;
-    const bool tray = form_->checkBox->isChecked();
+void SettingsDialog::SaveSettings(const Ui::dlgsetting &form) {
+    const bool tray = form.checkBox->isChecked();
     if (ProductSettings::writeDword(ProductSettings::kTrayIconShown, tray ? 1 : 0))
         unsavedTrayChoice_.reset();
     else
         unsavedTrayChoice_ = tray;
-    ProductSettings::writeDword(ProductSettings::kStartTipShown, form_->checkBox_2->isChecked() ? 0 : 1);
-    const auto language = static_cast<int8_t>(form_->comboBox->currentIndex());
+    ProductSettings::writeDword(ProductSettings::kStartTipShown, form.checkBox_2->isChecked() ? 0 : 1);
+    const auto language = static_cast<int8_t>(form.comboBox->currentIndex());
     language_.code = language;
     storeLanguage(language);
     translation_.LoadTranslation();
     mainWindow_.setWindowTitle(QString::fromStdWString(ProductSettings::productDisplayName()));
-    close();
 }
 
 bool SettingsDialog::hidesToTray() const {
     return unsavedTrayChoice_.value_or(
         ProductSettings::readDword(ProductSettings::kTrayIconShown).value_or(1) != 0);
-}
-
-void SettingsDialog::close() {
-    state_.settingsOpen = false;
-    dialog_->close();
 }

@@ -9,7 +9,6 @@
 #include <optional>
 #include <QWidget>
 
-class QDialog;
 namespace Ui {
 class dlgsetting;
 }
@@ -22,23 +21,19 @@ public:
     // Returns when the dialog has been closed, or at once when a dialog is open already.
     void OpenSettingsDialog();
 
-    // The Confirm button: stores the choices, applies the language, closes the dialog. A choice that cannot
-    // be stored (logged) still holds for this run. Nothing happens while no dialog is open.
-    void SaveSettings();
-
     // True when closing the main window shall hide it behind the tray icon: the registry value
     // "isAddSysicon", where a missing one counts as yes.
     bool hidesToTray() const;
 
 private:
-    void fill(Ui::dlgsetting &form);
-    void close();
+    void fill(Ui::dlgsetting &form) const;
+    // The Confirm button: stores the choices and applies the language. A choice that cannot be stored
+    // (logged) still holds for this run.
+    void SaveSettings(const Ui::dlgsetting &form);
 
     QWidget &mainWindow_;
     InterfaceLanguage &language_;
     DialogState &state_;
     Translation &translation_;
-    QDialog *dialog_ = nullptr;      // while open
-    Ui::dlgsetting *form_ = nullptr; // while open
     std::optional<bool> unsavedTrayChoice_;
 };

@@ -12,7 +12,7 @@ void ShowStartTip(QWidget *mainWindow) {
     form.setupUi(dialog);
     embedded.makeFrameless();
     QObject::connect(form.pushButton, &QPushButton::clicked, dialog, [dialog] { dialog->close(); });
-    // Ticked keeps the tip on, although the box's text reads the other way: settled behaviour.
+    // The value is the box's state: ticked keeps the tip on, although the box's text reads the other way.
     QObject::connect(form.checkBox, &QCheckBox::stateChanged, dialog, [](int boxState) {
         ProductSettings::writeDword(ProductSettings::kStartTipShown, boxState == Qt::Checked ? 1 : 0);
     });

@@ -17,6 +17,13 @@ bool isSound(const QString &path) {
     return isSoundTranslationFile(bytes.constData(), static_cast<size_t>(bytes.size()));
 }
 
+// name: a file in the program's folder of translations.
+void install(QTranslator &translator, const QString &name) {
+    const QString path = QCoreApplication::applicationDirPath() + QStringLiteral("/translations/") + name;
+    if (isSound(path) && translator.load(path))
+        QCoreApplication::installTranslator(&translator);
+}
+
 } // namespace
 
 Translation::Translation(QMainWindow &mainWindow, PageContext context)
@@ -41,10 +48,10 @@ void Translation::LoadTranslation() {
 void Translation::loadTexts(int8_t language) {
     if (!translator_)
         translator_ = new QTranslator(&mainWindow_);
-    const QString name = language == 0 ? QStringLiteral("ts_zh.qm") : QStringLiteral("ts_en.qm");
-    const QString path = QCoreApplication::applicationDirPath() + QStringLiteral("/translations/") + name;
     // Uninstalled first: a failed load gives the source texts and not those of the language before.
     QCoreApplication::removeTranslator(translator_);
-    if (isSound(path) && translator_->load(path))
-        QCoreApplication::installTranslator(translator_);
+    QCoreApplication::removeTranslator(&toolkitTranslator_);
+    install(*translator_, language == 0 ? QStringLiteral("ts_zh.qm") : QStringLiteral("ts_en.qm"));
+    if (language == 0)
+        install(toolkitTranslator_, QStringLiteral("qtbase_zh_CN.qm"));
 }

@@ -16,9 +16,10 @@ public:
     // and set again the texts that it makes itself. Run in the order of the calls.
     void addRefill(std::function<void()> refill);
 
-    // Loads translations/ts_zh.qm (language 0) or ts_en.qm (1 and above) from the program's folder and
-    // re-applies all texts; a negative language leaves the texts as they are. Without a usable file the texts
-    // are the source texts, which are Chinese. Controls that change here write nothing to the device.
+    // Loads translations/ts_zh.qm (language 0) or ts_en.qm (1 and above) from the program's folder, in
+    // Chinese also qtbase_zh_CN.qm, the toolkit's own texts, and re-applies all texts; a negative language
+    // leaves the texts as they are. Without a usable file the texts are the source texts, which are Chinese.
+    // Controls that change here write nothing to the device.
     void LoadTranslation();
 
 private:
@@ -27,5 +28,6 @@ private:
     QMainWindow &mainWindow_;
     PageContext context_;
     QTranslator *translator_ = nullptr; // owned by the main window
+    QTranslator toolkitTranslator_;
     std::vector<std::function<void()>> refills_;
 };

@@ -4,9 +4,12 @@
 #include "ui/ProcessEnd.h"
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QMenu>
 
 namespace {
+
+constexpr wchar_t kHidingTold[] = L"hidingTold"; // DWORD, nonzero: the user knows where the window goes
 
 bool createdInThisProcess = false;
 
@@ -39,6 +42,19 @@ void TrayIcon::create() {
 void TrayIcon::remove() {
     if (icon_)
         icon_->hide();
+}
+
+void TrayIcon::notify(const QString &text) {
+    if (icon_)
+        icon_->showMessage(QString::fromStdWString(ProductSettings::productDisplayName()), text,
+                           icon_->icon());
+}
+
+void TrayIcon::notifyOfHiding() {
+    if (ProductSettings::readDword(kHidingTold, ProductSettings::kUserKey).value_or(0) != 0)
+        return;
+    notify(QCoreApplication::translate("demo", "控制面板仍在后台运行，单击此图标可重新打开。"));
+    ProductSettings::writeDword(kHidingTold, 1, ProductSettings::kUserKey);
 }
 
 // A double click only shows the window: a minimised one stays minimised.

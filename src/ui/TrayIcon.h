@@ -18,11 +18,17 @@ public:
     // From now on a click on the icon shows the main window; before, there is nothing to show.
     void windowIsUp() { windowIsUp_ = true; }
 
+    // A notice beside the icon; nothing while there is no icon.
+    void notify(const QString &text);
+
+    // Says, once per user, that the window that was just hidden is still there.
+    void notifyOfHiding();
+
 private:
     void create();
     void activated(QSystemTrayIcon::ActivationReason reason);
 
     QWidget &mainWindow_;
-    QSystemTrayIcon *icon_ = nullptr;
+    QSystemTrayIcon *icon_ = nullptr; // child of the main window
     bool windowIsUp_ = false;
 };

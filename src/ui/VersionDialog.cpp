@@ -1,10 +1,12 @@
 #include "ui/VersionDialog.h"
 
 #include "ui/EmbeddedDialog.h"
+#include "ui/MakerActions.h"
 
 #include "ui_about.h"
 
 #include <QCoreApplication>
+#include <QUrl>
 
 namespace {
 
@@ -15,14 +17,19 @@ QString versionLine(const InterfaceLanguage &language) {
     return line.arg(QOR_VERSION_MAJOR).arg(QOR_VERSION_MINOR).arg(QOR_VERSION_PATCH);
 }
 
+QString siteLink() {
+    const QUrl site = makerWebSite();
+    return QStringLiteral("<a href=\"%1\" style=\"color: #7fc4c0;\">%2</a>")
+        .arg(site.toString(), site.host());
+}
+
 } // namespace
 
 void ShowVersionDialog(QWidget &mainWindow, const InterfaceLanguage &language, DialogState &state) {
     if (state.anyOpen())
         return;
-    state.versionOpen = true;
 
-    EmbeddedDialog embedded(mainWindow);
+    EmbeddedDialog embedded(mainWindow, state.versionOpen);
     QDialog *dialog = embedded.dialog();
     Ui::Dialog form;
     form.setupUi(dialog);
@@ -30,10 +37,8 @@ void ShowVersionDialog(QWidget &mainWindow, const InterfaceLanguage &language, D
     form.label->hide();
     form.label_2->hide();
     form.label_3->setText(versionLine(language));
-    QObject::connect(form.pushButton, &QPushButton::clicked, dialog, [dialog, &state] {
-        state.versionOpen = false;
-        dialog->close();
-    });
+    form.label_4->setText(siteLink());
+    QObject::connect(form.label_4, &QLabel::linkActivated, dialog, [] { OpenMakerWebSite(); });
+    QObject::connect(form.pushButton, &QPushButton::clicked, dialog, [dialog] { dialog->close(); });
     embedded.run();
-    state.versionOpen = false; // the Escape key closes the dialog without the button
 }

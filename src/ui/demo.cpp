@@ -7,11 +7,14 @@
 #include "ui/LanguageChoice.h"
 #include "ui/MakerActions.h"
 #include "ui/Navigation.h"
+#include "ui/pages/BatteryStatus.h"
 #include "ui/pages/MonitoringTask.h"
+#include "ui/pages/ShownState.h"
 #include "ui/PageSet.h"
 #include "ui/ProcessEnd.h"
 #include "ui/SettingsDialog.h"
 #include "ui/SystemEvents.h"
+#include "ui/ToolTips.h"
 #include "ui/Translation.h"
 #include "ui/TrayIcon.h"
 #include "ui/VersionDialog.h"
@@ -22,7 +25,6 @@
 #include <QMouseEvent>
 #include <QSlider>
 #include <QStyledItemDelegate>
-#include <QToolTip>
 
 namespace {
 
@@ -47,7 +49,7 @@ demo::demo(QWidget *parent)
     setAutoFillBackground(true);
     connect(&timers_.reLayout, &QTimer::timeout, this, &demo::layOutAgain);
     timers_.reLayout.start();
-    QToolTip::setFont(QFont(QStringLiteral("Arial"), 9, QFont::Bold, false));
+    toolTips_ = std::make_unique<ToolTips>(*form_->centralWidget);
     initialiseDevice();
     setAttribute(Qt::WA_TranslucentBackground);
     keepFocusOffSliders();
@@ -83,6 +85,9 @@ void demo::setUpForm() {
     // The native delegate ignores the style sheet's rules for list rows.
     for (QComboBox *box : findChildren<QComboBox *>())
         box->setItemDelegate(new QStyledItemDelegate(box));
+    for (QPushButton *button : findChildren<QPushButton *>())
+        if (button->isCheckable())
+            ShownState::keep(*button);
 }
 
 void demo::initialiseDevice() {
@@ -126,6 +131,8 @@ void demo::setUpPages() {
     pages_ = std::make_unique<PageSet>(context, timers_, curveFilePath_);
     pages_->addRefillsTo(*translation_);
     connectSystem();
+    connect(&pages_->battery(), &BatteryStatus::ranLow, this,
+            [this](int percent) { trayIcon_->notify(tr("耳机电量仅剩 %1%，请及时充电。").arg(percent)); });
     // By name: the slot is part of the window's meta-object.
     connect(form_->comboBox_2, SIGNAL(currentIndexChanged(int)), this,
             SLOT(event_page4_onCurrentIndexChanged(int)));
@@ -181,10 +188,6 @@ void demo::ShowVersionDialog() {
 
 void demo::OpenSettingsDialog() {
     settings_->OpenSettingsDialog();
-}
-
-void demo::SaveSettings() {
-    settings_->SaveSettings();
 }
 
 void demo::LoadTranslation() {
@@ -257,6 +260,7 @@ void demo::closeOrHide() {
         endProcess(this);
     ShowTray();
     hide();
+    trayIcon_->notifyOfHiding();
 }
 
 void demo::pollHandover() {

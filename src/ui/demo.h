@@ -17,6 +17,7 @@ class SettingsDialog;
 class SystemEvents;
 class Translation;
 class TrayIcon;
+class ToolTips;
 namespace Ui {
 class demoClass;
 }
@@ -33,7 +34,6 @@ public:
 
     void ShowVersionDialog();
     void OpenSettingsDialog();
-    void SaveSettings();
     void LoadTranslation();
     void ChooseLanguage();
     void OpenMakerWebSite();
@@ -87,6 +87,7 @@ private:
     bool dragging_ = false;
     QPoint pressPosition_;
 
+    std::unique_ptr<ToolTips> toolTips_;
     std::unique_ptr<Translation> translation_;
     std::unique_ptr<SettingsDialog> settings_;
     std::unique_ptr<Navigation> navigation_;

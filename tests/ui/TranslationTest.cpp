@@ -32,7 +32,7 @@ protected:
     }
 
     const QString chinese = QStringLiteral("扬声器");
-    const QString english = QStringLiteral("Speakers");
+    const QString english = QStringLiteral("Speaker");
     Translation translation;
 };
 

@@ -67,7 +67,7 @@
     <name>demo</name>
     <message>
         <source>访问官方网站</source>
-        <translation>Visit our web site</translation>
+        <translation>Visit our website</translation>
     </message>
     <message>
         <source>录音设备设置</source>
@@ -76,6 +76,14 @@
     <message>
         <source>当前版本 V%1.%2.%3</source>
         <translation>Current version V%1.%2.%3</translation>
+    </message>
+    <message>
+        <source>耳机电量仅剩 %1%，请及时充电。</source>
+        <translation>Headset battery at %1%. Please charge it soon.</translation>
+    </message>
+    <message>
+        <source>控制面板仍在后台运行，单击此图标可重新打开。</source>
+        <translation>The panel is still running. Click this icon to open it again.</translation>
     </message>
 </context>
 <context>
@@ -86,11 +94,11 @@
     </message>
     <message>
         <source>当前版本V 3.0.2</source>
-        <translation>Version V 3.0.2</translation>
+        <translation>Version 3.0.2</translation>
     </message>
     <message>
         <source>扬声器</source>
-        <translation>Speakers</translation>
+        <translation>Speaker</translation>
     </message>
     <message>
         <source>音量控制</source>
@@ -114,7 +122,7 @@
     </message>
     <message>
         <source>麦克风</source>
-        <translation>Microphone</translation>
+        <translation>Mic</translation>
     </message>
     <message>
         <source>魔幻音效</source>
@@ -162,11 +170,11 @@
     </message>
     <message>
         <source>加载SPK驱动</source>
-        <translation>Load SPK driver</translation>
+        <translation>Load speaker driver</translation>
     </message>
     <message>
         <source>卸载SPK驱动</source>
-        <translation>Unload SPK driver</translation>
+        <translation>Unload speaker driver</translation>
     </message>
     <message>
         <source>扬声器主音量</source>
@@ -194,11 +202,11 @@
     </message>
     <message>
         <source>44.1 KHz</source>
-        <translation>44.1 KHz</translation>
+        <translation>44.1 kHz</translation>
     </message>
     <message>
         <source>48 KHz</source>
-        <translation>48 KHz</translation>
+        <translation>48 kHz</translation>
     </message>
     <message>
         <source>开启均衡器</source>
@@ -206,35 +214,35 @@
     </message>
     <message>
         <source>无畏契约</source>
-        <translation>Tactical shooter</translation>
+        <translation>VALORANT</translation>
     </message>
     <message>
         <source>反恐精英</source>
-        <translation>Anti-terror</translation>
+        <translation>Counter-Strike</translation>
     </message>
     <message>
         <source>三角洲行动</source>
-        <translation>Delta ops</translation>
+        <translation>Delta Force</translation>
     </message>
     <message>
         <source>绝地求生</source>
-        <translation>Battle royale</translation>
+        <translation>PUBG</translation>
     </message>
     <message>
         <source>穿越火线</source>
-        <translation>Cross line</translation>
+        <translation>CrossFire</translation>
     </message>
     <message>
         <source>使命召唤</source>
-        <translation>Duty call</translation>
+        <translation>Call of Duty</translation>
     </message>
     <message>
         <source>Apex英雄</source>
-        <translation>Apex hero</translation>
+        <translation>Apex Legends</translation>
     </message>
     <message>
         <source>守望先锋</source>
-        <translation>Watch post</translation>
+        <translation>Overwatch</translation>
     </message>
     <message>
         <source>低频增强</source>
@@ -274,15 +282,15 @@
     </message>
     <message>
         <source>20dB</source>
-        <translation>20dB</translation>
+        <translation>20 dB</translation>
     </message>
     <message>
         <source>0dB</source>
-        <translation>0dB</translation>
+        <translation>0 dB</translation>
     </message>
     <message>
         <source>-20dB</source>
-        <translation>-20dB</translation>
+        <translation>-20 dB</translation>
     </message>
     <message>
         <source>+4</source>
@@ -334,7 +342,7 @@
     </message>
     <message>
         <source>7.1增强竞技类游戏体验</source>
-        <translation>7.1 sharpens competitive games</translation>
+        <translation>7.1 for an edge in competitive games</translation>
     </message>
     <message>
         <source>启动空间音效</source>
@@ -342,7 +350,7 @@
     </message>
     <message>
         <source>增加三维环绕体验,适合3A游戏,影音娱乐</source>
-        <translation>Adds 3D surround for AAA games, films and music</translation>
+        <translation>Adds 3D surround for AAA games, movies and media</translation>
     </message>
     <message>
         <source>启动房间音效</source>
@@ -370,7 +378,7 @@
     </message>
     <message>
         <source>音乐厅</source>
-        <translation>Hall</translation>
+        <translation>Concert hall</translation>
     </message>
     <message>
         <source>水底</source>
@@ -386,7 +394,7 @@
     </message>
     <message>
         <source>滑动可独立调节各喇叭音量</source>
-        <translation>Slide to set each speaker on its own</translation>
+        <translation>Drag to adjust each speaker</translation>
     </message>
     <message>
         <source>L </source>
@@ -442,11 +450,11 @@
     </message>
     <message>
         <source>角度固定</source>
-        <translation>Hold the angle</translation>
+        <translation>Hold angle</translation>
     </message>
     <message>
         <source>角度归中</source>
-        <translation>Center the angle</translation>
+        <translation>Center angle</translation>
     </message>
     <message>
         <source>恢复默认值</source>
@@ -470,15 +478,15 @@
     </message>
     <message>
         <source>使能Mic驱动</source>
-        <translation>Enable microphone driver</translation>
+        <translation>Enable mic driver</translation>
     </message>
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;使能Mic驱动&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Enable microphone driver&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Enable mic driver&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <source>加载MIC驱动</source>
-        <translation>Load MIC driver</translation>
+        <translation>Load mic driver</translation>
     </message>
     <message>
         <source>打开麦克风监听</source>
@@ -494,19 +502,19 @@
     </message>
     <message>
         <source>麦克风静音</source>
-        <translation>Mute microphone</translation>
+        <translation>Mute mic</translation>
     </message>
     <message>
         <source>监听音量</source>
-        <translation>Monitoring</translation>
+        <translation>Mic monitoring level</translation>
     </message>
     <message>
         <source>监听静音</source>
-        <translation>Mute monitoring</translation>
+        <translation>Mute mic monitoring</translation>
     </message>
     <message>
         <source>16 KHz</source>
-        <translation>16 KHz</translation>
+        <translation>16 kHz</translation>
     </message>
     <message>
         <source>怪兽</source>
@@ -530,11 +538,11 @@
     </message>
     <message>
         <source>减小</source>
-        <translation>Less</translation>
+        <translation>Decrease</translation>
     </message>
     <message>
         <source>增大</source>
-        <translation>More</translation>
+        <translation>Increase</translation>
     </message>
     <message>
         <source>启动降噪</source>
@@ -625,10 +633,6 @@
         <translation>B</translation>
     </message>
     <message>
-        <source>发光报告</source>
-        <translation>Lighting report</translation>
-    </message>
-    <message>
         <source>调整</source>
         <translation>Apply</translation>
     </message>
@@ -638,7 +642,7 @@
     </message>
     <message>
         <source>浏览</source>
-        <translation>Browse</translation>
+        <translation>Browse…</translation>
     </message>
     <message>
         <source>升级Dongle</source>
@@ -650,7 +654,7 @@
     </message>
     <message>
         <source>升级状态</source>
-        <translation>Upgrade state</translation>
+        <translation>Upgrade status</translation>
     </message>
     <message>
         <source>检查新版本</source>
@@ -658,7 +662,7 @@
     </message>
     <message>
         <source>Playback</source>
-        <translation>Playback</translation>
+        <translation>Playback volume</translation>
     </message>
     <message>
         <source>播放</source>
@@ -709,6 +713,18 @@
         <source>⼈声增强</source>
         <translation>Vocal boost</translation>
     </message>
+    <message>
+        <source>降噪强度</source>
+        <translation>Noise reduction level</translation>
+    </message>
+    <message>
+        <source>灯光指令</source>
+        <translation>Lighting command</translation>
+    </message>
+    <message>
+        <source>升级进度</source>
+        <translation>Upgrade progress</translation>
+    </message>
 </context>
 <context>
     <name>dlgsetting</name>
@@ -753,7 +769,7 @@
     </message>
     <message>
         <source>温馨提示</source>
-        <translation>Notice</translation>
+        <translation>Tip</translation>
     </message>
     <message>
         <source>不再提示此消息</source>

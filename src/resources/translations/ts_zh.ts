@@ -10,4 +10,11 @@
         <translation>当前版本 V%1.%2.%3</translation>
     </message>
 </context>
+<context>
+    <name>demoClass</name>
+    <message>
+        <source>Playback</source>
+        <translation>播放音量</translation>
+    </message>
+</context>
 </TS>

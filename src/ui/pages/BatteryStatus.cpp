@@ -2,7 +2,6 @@
 
 #include "device/DeviceApi.h"
 #include "helpers/LogHelper.h"
-#include "ui/pages/BatteryReport.h"
 #include "ui/pages/StyleSheetText.h"
 #include "ui_demoClass.h"
 
@@ -27,4 +26,6 @@ void BatteryStatus::refreshBatteryStatus() {
     StyleSheetText::setBackgroundImage(*form.label_227, QString::fromStdString(view.usbImage));
     StyleSheetText::setBackgroundImage(*form.label_228, QString::fromStdString(view.batteryImage));
     form.label_240->setText(QString::fromStdString(view.percentage));
+    if (const auto percent = lowBattery_.hear(reply))
+        emit ranLow(*percent);
 }

@@ -2,6 +2,7 @@
 // timer.
 #pragma once
 
+#include "ui/pages/BatteryReport.h"
 #include "ui/pages/PageContext.h"
 
 #include <QObject>
@@ -17,7 +18,12 @@ public:
     // Blocks for one exchange of reports. A failed one leaves what is shown.
     void refreshBatteryStatus();
 
+signals:
+    // The battery has fallen to 20 % or to 10 %; again only after it was charged.
+    void ranLow(int percent);
+
 private:
     PageContext context_;
     QTimer &timer_;
+    LowBatteryWatch lowBattery_;
 };

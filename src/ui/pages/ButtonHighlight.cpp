@@ -1,6 +1,9 @@
 #include "ui/pages/ButtonHighlight.h"
 
+#include "ui/pages/ShownState.h"
 #include "ui/pages/StyleSheetText.h"
+
+#include <QAbstractButton>
 
 namespace ButtonHighlight {
 
@@ -13,9 +16,12 @@ QString cssColour(uint32_t colour) {
 
 void mark(const QVector<QWidget *> &group, const QWidget *selected, uint32_t selectedColour,
           uint32_t otherColour) {
-    for (QWidget *button : group)
-        StyleSheetText::setProperty(*button, QStringLiteral("background"),
-                                    cssColour(button == selected ? selectedColour : otherColour));
+    for (QWidget *widget : group) {
+        StyleSheetText::setProperty(*widget, QStringLiteral("background"),
+                                    cssColour(widget == selected ? selectedColour : otherColour));
+        if (auto *button = qobject_cast<QAbstractButton *>(widget))
+            ShownState::show(*button, button == selected);
+    }
 }
 
 } // namespace ButtonHighlight

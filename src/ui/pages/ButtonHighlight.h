@@ -1,4 +1,4 @@
-// Marks one button of a group by the "background" of the buttons' own style sheets.
+// Marks one button of a group by the "background" of the buttons' own style sheets, and as checked.
 #pragma once
 
 #include <cstdint>

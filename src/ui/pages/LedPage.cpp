@@ -150,7 +150,6 @@ void LedPage::togglePanel() {
 void LedPage::showPanel() {
     const Ui::demoClass &form = context_.form;
     StyleSheetText::showSwitch(*form.pushButton_34, panelOn_);
-    StyleSheetText::showCaption(*form.label_225, panelOn_);
     for (QWidget *part : form.widget_44->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly))
         if (part != form.pushButton_34 && part != form.label_225)
             part->setEnabled(panelOn_);

@@ -2,15 +2,11 @@
 
 #include "device/DeviceApi.h"
 #include "ui/pages/MonitoringTask.h"
+#include "ui/pages/ShownState.h"
 #include "ui/pages/StyleSheetText.h"
 #include "ui_demoClass.h"
 
 namespace {
-
-void showSound(QWidget &button, bool on) {
-    StyleSheetText::setBackgroundImage(button, on ? QStringLiteral("/left/png/y1.png")
-                                                  : QStringLiteral("/right/png/silent-volumeHigh.png"));
-}
 
 // The label tells what is stored, even where the slider's range does not reach it.
 void showLevel(QSlider &slider, QLabel &label, int level) {
@@ -117,9 +113,11 @@ void MicrophonePage::showDriver() {
 }
 
 void MicrophonePage::showMute() {
-    showSound(*context_.form.pushButton_15, !context_.device.system.head.micMuted);
+    StyleSheetText::showMuted(*context_.form.pushButton_15, context_.device.system.head.micMuted != 0);
 }
 
 void MicrophonePage::showMonitoring() {
-    showSound(*context_.form.pushButton_16, context_.device.system.head.monitoringOn != 0);
+    const bool on = context_.device.system.head.monitoringOn != 0;
+    StyleSheetText::showMuted(*context_.form.pushButton_16, !on);
+    ShownState::show(*context_.form.btn_uninstall_mic, on);
 }

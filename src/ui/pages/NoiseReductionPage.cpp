@@ -58,6 +58,5 @@ void NoiseReductionPage::showNoiseReduction() {
                                 on ? QStringLiteral("url(:/right/png/jiangzao_pic.png)")
                                    : QStringLiteral("url(:/right/png/jiangzao_pic_nor.png)"));
     StyleSheetText::showSwitch(*form.pushButton_29, on);
-    StyleSheetText::showCaption(*form.label_224, on);
     form.widget_50->setEnabled(on);
 }

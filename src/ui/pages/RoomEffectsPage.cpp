@@ -1,5 +1,6 @@
 #include "ui/pages/RoomEffectsPage.h"
 
+#include "ui/pages/FindControl.h"
 #include "ui/pages/StyleSheetText.h"
 #include "ui_demoClass.h"
 
@@ -76,9 +77,13 @@ void RoomEffectsPage::showPosition(int position) {
 }
 
 QPushButton *RoomEffectsPage::roomButton(int room) const {
-    return context_.window.findChild<QPushButton *>(QStringLiteral("btn_room%1").arg(room));
+    return room < 1 || room > kRooms
+               ? nullptr
+               : &findControl<QPushButton>(context_.window, QStringLiteral("btn_room%1").arg(room));
 }
 
 QPushButton *RoomEffectsPage::positionButton(int position) const {
-    return context_.window.findChild<QPushButton *>(QStringLiteral("btn_env%1").arg(position));
+    return position < 1 || position > kPositions
+               ? nullptr
+               : &findControl<QPushButton>(context_.window, QStringLiteral("btn_env%1").arg(position));
 }

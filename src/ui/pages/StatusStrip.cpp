@@ -5,9 +5,10 @@
 
 namespace {
 
+// The grey is as readable on the strip as text has to be (contrast 4 : 1), unlike the captions' own #444645.
 void light(QLabel &label, bool on) {
     StyleSheetText::setProperty(label, QStringLiteral("color"),
-                                on ? QStringLiteral("#FFFFFF") : QStringLiteral("#444645"));
+                                on ? QStringLiteral("#FFFFFF") : QStringLiteral("#7a7a7a"));
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "ui/pages/StyleSheetText.h"
 
+#include "ui/pages/ShownState.h"
+
 #include <QHash>
 #include <QRegularExpression>
 
@@ -43,8 +45,15 @@ void showCaption(QWidget &caption, bool on) {
     exchange(caption, on, "color: #FFFFFF;", "color: #444645;");
 }
 
-void showMarked(QWidget &button, bool marked) {
+void showMarked(QAbstractButton &button, bool marked) {
     exchange(button, marked, "border: 1px solid #ef0303;", "border: none;");
+    ShownState::show(button, marked);
+}
+
+void showMuted(QAbstractButton &button, bool muted) {
+    setBackgroundImage(button, muted ? QStringLiteral("/right/png/silent-volumeHigh.png")
+                                     : QStringLiteral("/left/png/y1.png"));
+    ShownState::show(button, muted);
 }
 
 void setProperty(QWidget &widget, const QString &property, const QString &value) {

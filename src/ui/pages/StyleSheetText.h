@@ -17,8 +17,11 @@ void showSwitch(QAbstractButton &button, bool on);
 // Captions: "color: #FFFFFF;" when on, "color: #444645;" when off.
 void showCaption(QWidget &caption, bool on);
 
-// Choice buttons: "border: 1px solid #ef0303;" when marked, "border: none;" when not.
-void showMarked(QWidget &button, bool marked);
+// Choice buttons: "border: 1px solid #ef0303;" and checked when marked, "border: none;" when not.
+void showMarked(QAbstractButton &button, bool marked);
+
+// Mute buttons: a loudspeaker, or a crossed out one and checked when muted.
+void showMuted(QAbstractButton &button, bool muted);
 
 // Gives a property of the widget's own style sheet a new value wherever it stands there, or adds it at the
 // end.

@@ -94,7 +94,6 @@ void VoiceEffectsPage::showEffects() {
     Ui::demoClass &form = context_.form;
     const bool on = switchedOn(context_.device.system.head.voiceEffectOn);
     StyleSheetText::showSwitch(*form.pushButton_8, on);
-    StyleSheetText::showCaption(*form.label_18, on);
     form.checkBox_6->setChecked(on);
     const std::array<QWidget *, 3> panel{form.widget_41, form.checkBox_5, form.widget_46};
     for (QWidget *part : panel)

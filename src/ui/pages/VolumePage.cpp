@@ -2,6 +2,7 @@
 
 #include "device/DeviceApi.h"
 #include "helpers/ProductSettings.h"
+#include "ui/pages/ShownState.h"
 #include "ui/pages/StyleSheetText.h"
 #include "ui/pages/SystemVolumeWatcher.h"
 #include "ui_demoClass.h"
@@ -240,14 +241,13 @@ void VolumePage::showPageSwitch() {
 }
 
 void VolumePage::showMute() {
-    const QString image = context_.device.sound.muted ? QStringLiteral("/right/png/silent-volumeHigh.png")
-                                                      : QStringLiteral("/left/png/y1.png");
-    StyleSheetText::setBackgroundImage(*context_.form.pushButton_12, image);
-    StyleSheetText::setBackgroundImage(*context_.form.pushButton_13, image);
+    for (QPushButton *button : {context_.form.pushButton_12, context_.form.pushButton_13})
+        StyleSheetText::showMuted(*button, context_.device.sound.muted != 0);
 }
 
 void VolumePage::showLock() {
     StyleSheetText::setBackgroundImage(*context_.form.pushButton_4,
                                        volumeLocked ? QStringLiteral("/right/png/icon_lock.png")
                                                     : QStringLiteral("/right/png/icon_lock_open.png"));
+    ShownState::show(*context_.form.pushButton_4, volumeLocked != 0);
 }
