@@ -38,7 +38,7 @@ const QRegularExpression &declarationOf(const QString &property) {
 
 void showSwitch(QAbstractButton &button, bool on) {
     exchange(button, on, "btn_open.png", "btn_close.png");
-    button.setChecked(on);
+    ShownState::show(button, on);
 }
 
 void showCaption(QWidget &caption, bool on) {
