@@ -55,6 +55,7 @@ DWORD WINAPI threadProcedure(void *argument) {
     } catch (const std::exception &error) { // out of memory
         QOR_LOG(L"download of the installer given up: %S", error.what());
     }
+    download->screen->queueInGui(download->ended);
     return 0;
 }
 

@@ -5,14 +5,16 @@
 #include "update/ServerConfig.h"
 #include "update/UpdateScreen.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
-// What a download works with: copies of the last check's results, since the next check may run meanwhile.
+// What a download works with; the first two are the last check's results.
 struct InstallerDownload {
     ServerConfig config;
     std::wstring updateInformation;
     std::shared_ptr<UpdateScreen> screen;
+    std::function<void()> ended; // called in the GUI thread when the download is over
 };
 
 // Runs downloadInstaller in a thread of its own; false when there is no thread to be had.

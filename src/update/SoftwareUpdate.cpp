@@ -11,6 +11,19 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <windows.h>
+
+namespace {
+
+// Forgets the clicks and keys that came while this thread was busy: each click would be a check of its own.
+void dropWaitingInput() {
+    MSG message;
+    while (PeekMessageW(&message, nullptr, WM_MOUSEFIRST, WM_MOUSELAST, PM_REMOVE) ||
+           PeekMessageW(&message, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE)) {
+    }
+}
+
+} // namespace
 
 SoftwareUpdate::SoftwareUpdate(const UpdateWidgets &widgets, const InterfaceLanguage &language,
                                QObject *parent)
@@ -85,14 +98,20 @@ CheckResult SoftwareUpdate::askServer() {
 }
 
 void SoftwareUpdate::onCheckUpdateClicked() {
+    widgets_.check->setEnabled(false);
     showStatus(UpdateTexts::kChecking);
     widgets_.status->repaint(); // now, since the check keeps the event loop waiting
+    const auto enable = [this] { widgets_.check->setEnabled(true); };
     if (checkForUpdate() != CheckResult::NewVersion) {
         showStatus(UpdateTexts::kNoNewVersion);
+        dropWaitingInput();
+        enable();
         return;
     }
     showStatus(UpdateTexts::kStartDownload);
-    if (!startInstallerDownload(
-            std::make_unique<InstallerDownload>(InstallerDownload{config_, updateInformation_, screen_})))
+    InstallerDownload download{config_, updateInformation_, screen_, enable};
+    if (!startInstallerDownload(std::make_unique<InstallerDownload>(std::move(download)))) {
         showStatus(UpdateTexts::kDownloadFailed);
+        enable();
+    }
 }

@@ -46,7 +46,7 @@ public:
     // Shows the status in the present language. A negative one leaves all texts as they are.
     void retranslated();
 
-    // Checks, and starts the download of a new version.
+    // Checks, and starts the download of a new version. The check button is disabled until both are over.
     void onCheckUpdateClicked();
 
 private:

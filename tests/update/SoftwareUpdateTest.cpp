@@ -89,6 +89,9 @@ protected:
     bool awaitStatus(const QString &text) {
         return QTest::qWaitFor([&] { return status_->text() == text; }, kPatienceMs);
     }
+    bool awaitEnd() {
+        return QTest::qWaitFor([&] { return check_->isEnabled(); }, kPatienceMs);
+    }
     void expectNothingSavedOrStarted() {
         EXPECT_FALSE(fs::is_regular_file(saved_));
         EXPECT_EQ(DeviceRecorder::instance().calls.size(), 0u);
@@ -167,10 +170,10 @@ TEST_F(SoftwareUpdateTest, InstallerIsSavedAndStartedAfterConsent) {
             EXPECT_THAT(DeviceRecorder::instance().calls,
                         ElementsAre("_start_task(qor_setup.exe, null, 5, " + temporary_.string() + "\\)"));
             EXPECT_EQ(fs::file_size(saved_), kNewer.size());
-        } else {
-            QTest::qWait(200);
-            expectNothingSavedOrStarted();
         }
+        EXPECT_TRUE(awaitEnd());
+        if (!row.consents || row.isInTheWay)
+            expectNothingSavedOrStarted();
     }
 }
 
@@ -179,7 +182,10 @@ TEST_F(SoftwareUpdateTest, BadDownloadsEndWithoutAnInstaller) {
         script_.files[kInstallerPath] = installer;
         server_.setScript(script_);
         check_->click();
+        check_->click(); // disabled: one download at a time
+        EXPECT_FALSE(check_->isEnabled());
         EXPECT_TRUE(awaitStatus("Illeagal installer package")) << status_->text().toStdString();
+        EXPECT_TRUE(awaitEnd());
         expectNothingSavedOrStarted();
     }
     script_.files.erase(kInstallerPath);
