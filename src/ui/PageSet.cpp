@@ -38,18 +38,18 @@ UpdateWidgets updateWidgets(const Ui::demoClass &form) {
 
 PageSet::PageSet(PageContext context, WindowTimers &timers, const QString &curveFilePath) : timers_(timers) {
     setUpVolume(context);
-    sampleRate_ = std::make_unique<SampleRatePage>(context, nullptr);
+    sampleRate_ = std::make_unique<SampleRatePage>(context);
     exclusiveEffects_ = std::make_unique<ExclusiveEffects>(context);
     equalizer_ = std::make_unique<EqualizerPage>(context, *exclusiveEffects_, curveFilePath.toStdWString());
-    roomEffects_ = std::make_unique<RoomEffectsPage>(context, *exclusiveEffects_, nullptr);
+    roomEffects_ = std::make_unique<RoomEffectsPage>(context, *exclusiveEffects_);
     soundField_ = std::make_unique<SoundFieldPage>(context, *exclusiveEffects_, timers.rotation);
-    spatialSound_ = std::make_unique<SpatialSoundPage>(context, *exclusiveEffects_, nullptr);
-    microphone_ = std::make_unique<MicrophonePage>(context, nullptr);
-    voiceEffects_ = std::make_unique<VoiceEffectsPage>(context, nullptr);
-    noiseReduction_ = std::make_unique<NoiseReductionPage>(context, nullptr);
-    led_ = std::make_unique<LedPage>(context, nullptr);
-    battery_ = std::make_unique<BatteryStatus>(context, timers.battery, nullptr);
-    statusStrip_ = std::make_unique<StatusStrip>(context, nullptr);
+    spatialSound_ = std::make_unique<SpatialSoundPage>(context, *exclusiveEffects_);
+    microphone_ = std::make_unique<MicrophonePage>(context);
+    voiceEffects_ = std::make_unique<VoiceEffectsPage>(context);
+    noiseReduction_ = std::make_unique<NoiseReductionPage>(context);
+    led_ = std::make_unique<LedPage>(context);
+    battery_ = std::make_unique<BatteryStatus>(context, timers.battery);
+    statusStrip_ = std::make_unique<StatusStrip>(context);
     firmware_ = std::make_unique<FirmwarePage>(context.window, firmwareWidgets(context.form));
     update_ = std::make_unique<SoftwareUpdate>(updateWidgets(context.form), context.language);
     QObject::connect(&timers.batteryNow, &QTimer::timeout, battery_.get(),

@@ -5,8 +5,7 @@
 #include "ui/pages/StyleSheetText.h"
 #include "ui_demoClass.h"
 
-BatteryStatus::BatteryStatus(PageContext context, QTimer &timer, QObject *parent)
-    : QObject(parent), context_(context), timer_(timer) {
+BatteryStatus::BatteryStatus(PageContext context, QTimer &timer) : context_(context), timer_(timer) {
     connect(&timer_, &QTimer::timeout, this, &BatteryStatus::refreshBatteryStatus);
 }
 

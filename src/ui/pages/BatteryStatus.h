@@ -13,7 +13,7 @@ class BatteryStatus : public QObject {
 
 public:
     // timer: the caller's, who gives it its interval, starts it and asks for the first reading.
-    BatteryStatus(PageContext context, QTimer &timer, QObject *parent);
+    BatteryStatus(PageContext context, QTimer &timer);
 
     // Blocks for one exchange of reports. A failed one leaves what is shown.
     void refreshBatteryStatus();

@@ -31,7 +31,7 @@ std::u16string textOf(const QLineEdit &field) {
 
 } // namespace
 
-LedPage::LedPage(PageContext context, QObject *parent) : QObject(parent), context_(context) {
+LedPage::LedPage(PageContext context) : context_(context) {
     Ui::demoClass &form = context_.form;
     form.horizontalSlider_18->setRange(0, 100);
     showPanel();

@@ -13,7 +13,7 @@ class LedPage : public QObject {
     Q_OBJECT
 
 public:
-    LedPage(PageContext context, QObject *parent);
+    explicit LedPage(PageContext context);
 
     // Sends what the controls show and tells it in the report field.
     void sendLedReport();

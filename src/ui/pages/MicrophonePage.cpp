@@ -16,7 +16,7 @@ void showLevel(QSlider &slider, QLabel &label, int level) {
 
 } // namespace
 
-MicrophonePage::MicrophonePage(PageContext context, QObject *parent) : QObject(parent), context_(context) {
+MicrophonePage::MicrophonePage(PageContext context) : context_(context) {
     setUpControls();
     connectControls();
 }

@@ -10,7 +10,7 @@ class MicrophonePage : public QObject {
     Q_OBJECT
 
 public:
-    MicrophonePage(PageContext context, QObject *parent);
+    explicit MicrophonePage(PageContext context);
 
     // Shows both levels again after the form's texts were set anew; writes nothing.
     void retranslated();

@@ -7,8 +7,7 @@ namespace {
 constexpr int kDefaultLevel = 50;
 } // namespace
 
-NoiseReductionPage::NoiseReductionPage(PageContext context, QObject *parent)
-    : QObject(parent), context_(context) {
+NoiseReductionPage::NoiseReductionPage(PageContext context) : context_(context) {
     setUpControls();
     connectControls();
 }

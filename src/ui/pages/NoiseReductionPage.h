@@ -10,7 +10,7 @@ class NoiseReductionPage : public QObject {
     Q_OBJECT
 
 public:
-    NoiseReductionPage(PageContext context, QObject *parent);
+    explicit NoiseReductionPage(PageContext context);
 
 private:
     void setUpControls();

@@ -19,8 +19,8 @@ void moveMark(QPushButton *&marked, QPushButton *next) {
 
 } // namespace
 
-RoomEffectsPage::RoomEffectsPage(PageContext context, ExclusiveEffects &effects, QObject *parent)
-    : QObject(parent), context_(context), effects_(effects) {
+RoomEffectsPage::RoomEffectsPage(PageContext context, ExclusiveEffects &effects)
+    : context_(context), effects_(effects) {
     const Ui::demoClass &form = context_.form;
     effects_.attach(Effect::VirtualSurround, *form.pushButton_32, form.label_148, {});
     effects_.attach(Effect::RoomEffect, *form.pushButton_33, form.label_150,

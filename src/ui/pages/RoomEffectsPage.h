@@ -12,7 +12,7 @@ class RoomEffectsPage : public QObject {
     Q_OBJECT
 
 public:
-    RoomEffectsPage(PageContext context, ExclusiveEffects &effects, QObject *parent);
+    RoomEffectsPage(PageContext context, ExclusiveEffects &effects);
 
     // Selects position index + 1, as the hidden position box says it; other indices than 0..3 are ignored.
     void selectMode(int index);

@@ -3,7 +3,7 @@
 #include "ui/pages/StyleSheetText.h"
 #include "ui_demoClass.h"
 
-SampleRatePage::SampleRatePage(PageContext context, QObject *parent) : QObject(parent) {
+SampleRatePage::SampleRatePage(PageContext context) {
     const Ui::demoClass &form = context.form;
     showWhenChecked(form.radioButton, form.widget_6, QStringLiteral("44.1KHz.png"));
     showWhenChecked(form.radioButton_2, form.widget_6, QStringLiteral("48KHz.png"));

@@ -12,7 +12,7 @@ class SampleRatePage : public QObject {
     Q_OBJECT
 
 public:
-    SampleRatePage(PageContext context, QObject *parent);
+    explicit SampleRatePage(PageContext context);
 
 private:
     // Shows ":/right/png/<imageName>" in the picture while the button is the checked one.

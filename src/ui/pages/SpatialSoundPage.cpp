@@ -2,7 +2,6 @@
 
 #include "ui_demoClass.h"
 
-SpatialSoundPage::SpatialSoundPage(PageContext context, ExclusiveEffects &effects, QObject *parent)
-    : QObject(parent) {
+SpatialSoundPage::SpatialSoundPage(PageContext context, ExclusiveEffects &effects) {
     effects.attach(Effect::RoomEffect, *context.form.pushButton_28, nullptr, {});
 }

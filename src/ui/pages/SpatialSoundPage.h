@@ -10,5 +10,5 @@ class SpatialSoundPage : public QObject {
     Q_OBJECT
 
 public:
-    SpatialSoundPage(PageContext context, ExclusiveEffects &effects, QObject *parent);
+    SpatialSoundPage(PageContext context, ExclusiveEffects &effects);
 };

@@ -13,7 +13,7 @@ void light(QLabel &label, bool on) {
 
 } // namespace
 
-StatusStrip::StatusStrip(PageContext context, QObject *parent) : QObject(parent), context_(context) {
+StatusStrip::StatusStrip(PageContext context) : context_(context) {
     context_.device.written = [this] { refreshSoon(); };
     refresh();
 }

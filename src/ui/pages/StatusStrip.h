@@ -10,7 +10,7 @@ class StatusStrip : public QObject {
     Q_OBJECT
 
 public:
-    StatusStrip(PageContext context, QObject *parent);
+    explicit StatusStrip(PageContext context);
     ~StatusStrip() override;
 
     void refresh();

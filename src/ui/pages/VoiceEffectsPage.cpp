@@ -15,8 +15,7 @@ std::array<QPushButton *, 4> voiceButtons(const Ui::demoClass &form) {
 
 } // namespace
 
-VoiceEffectsPage::VoiceEffectsPage(PageContext context, QObject *parent)
-    : QObject(parent), context_(context) {
+VoiceEffectsPage::VoiceEffectsPage(PageContext context) : context_(context) {
     setUpControls();
     connectControls();
 }

@@ -10,7 +10,7 @@ class VoiceEffectsPage : public QObject {
     Q_OBJECT
 
 public:
-    VoiceEffectsPage(PageContext context, QObject *parent);
+    explicit VoiceEffectsPage(PageContext context);
 
 private:
     void setUpControls();

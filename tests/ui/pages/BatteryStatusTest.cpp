@@ -14,7 +14,7 @@ using BatteryStatusTest = PageTest;
 
 TEST_F(BatteryStatusTest, ShowsEachReplyAndKeepsItWhenRefused) {
     QTimer timer;
-    const BatteryStatus status(context(), timer, nullptr);
+    const BatteryStatus status(context(), timer);
     const struct {
         int32_t result;
         uint8_t usb, charging, step;

@@ -21,7 +21,7 @@ TEST_F(MicrophonePageTest, ControlsSendInOrder) {
     head.micLevel = std::numeric_limits<int32_t>::min(); // beyond the slider: shown and sent as stored
     head.monitorLevel = 25;
     head.monitoringOn = 1;
-    const MicrophonePage page(context(), nullptr);
+    const MicrophonePage page(context());
     EXPECT_EQ(takeCalls(), (Calls{"_SetVolum(-2147483648, 1, 0)", kRunning, kStart}));
     EXPECT_EQ(form.label_15->text(), "-2147483648");
 

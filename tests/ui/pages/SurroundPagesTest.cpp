@@ -34,9 +34,9 @@ protected:
         auto &effects = *new ExclusiveEffects(context());
         auto &equalizer = *new EqualizerPage(context(), effects, L"");
         auto &soundField = *new SoundFieldPage(context(), effects, rotationTimer);
-        for (QObject *page : {static_cast<QObject *>(&effects), static_cast<QObject *>(&equalizer), static_cast<QObject *>(&soundField)})
+        auto &room = *new RoomEffectsPage(context(), effects);
+        for (QObject *page : std::initializer_list<QObject *>{&effects, &equalizer, &soundField, &room})
             page->setParent(pages.get());
-        new RoomEffectsPage(context(), effects, pages.get());
         EXPECT_THAT(takeCalls(), IsEmpty());
     }
 
