@@ -2,10 +2,13 @@
 // journal, the instance name, failures at start) is not repeated here.
 #include "device/DeviceApi.h"
 #include "device/qor_ecd_api.h"
+#include "simulator/ExecutablePath.h"
 
 #include <array>
 #include <cstring>
-#include <gmock/gmock.h>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <process.h>
 #include <windows.h>
 
 namespace {
@@ -75,34 +78,41 @@ int32_t readRecord() {
     return result == 0 ? record.sound.masterVolume : result;
 }
 
-TEST_F(SimulatorTest, KnobsWorkWhileTheLibraryIsLoaded) {
+// The command that steers the headset, as a user gives it; its exit code.
+intptr_t headset(const wchar_t *words) {
+    std::wstring program = executablePath();
+    program.replace(program.find_last_of(L'\\') + 1, std::wstring::npos, L"headset.exe");
+    return _wspawnl(_P_WAIT, program.c_str(), L"headset", words, nullptr);
+}
+
+TEST_F(SimulatorTest, CommandsWorkWhileTheLibraryIsLoaded) {
     const struct {
-        const wchar_t *knob;
+        const wchar_t *words;
         int32_t (*call)();
-        int32_t usual;
-        uint32_t value;
-        int32_t turned;
+        int32_t usual, afterwards;
     } cases[] = {
-        {L"InitResult", [] { return init(kKey); }, 0, 0xFFFFFFF9, -7},
-        {L"DeviceCount", [] { return getDeviceCount(kKey); }, 1, 0, 0},
-        {L"DeviceCount", readRecord, 60, 0, -1},
-        {L"DeviceInfoResult", readRecord, 60, 0xFFFFFFFD, -3},
-        {L"StartImage", readRecord, 60, 2, -1},
-        {L"UsbConnected", batteryByte<1>, 1, 0, 0},
-        {L"Charging", batteryByte<2>, 0, 1, 1},
-        {L"BatteryStep", batteryByte<3>, 6, 255, 255},
-        {L"RefuseReports", [] { return transfer(0x0A, nullptr); }, 64, 1, 0},
-        {L"FirmwareVersion", [] { return transfer(0xFF, nullptr); }, 0x0203, 0x0310, 0x0310},
-        {L"PlaybackVolume", [] { return _getVolum(0, 0); }, 50, 500, 100},
-        {L"ForceElevated", [] { return _IsRunningAsAdmin(); }, 1, 0, 0},
+        {L"set InitResult -7", [] { return init(kKey); }, 0, -7},
+        {L"unplug", [] { return getDeviceCount(kKey); }, 1, 0},
+        {L"unplug", readRecord, 60, -1},
+        {L"set DeviceInfoResult 0xFFFFFFFD", readRecord, 60, -3},
+        {L"set StartImage 2", readRecord, 60, -1},
+        {L"off", batteryByte<1>, 1, 0},
+        {L"charge", batteryByte<2>, 0, 1},
+        {L"battery 30", batteryByte<3>, 6, 2},
+        {L"refuse", [] { return transfer(0x0A, nullptr); }, 64, 0},
+        {L"set FirmwareVersion 0x310", [] { return transfer(0xFF, nullptr); }, 0x0203, 0x0310},
+        {L"set PlaybackVolume 500", [] { return _getVolum(0, 0); }, 50, 100},
+        {L"set ForceElevated 0", [] { return _IsRunningAsAdmin(); }, 1, 0},
     };
     for (const auto &c : cases) {
-        SCOPED_TRACE(std::string(c.knob, c.knob + std::wcslen(c.knob)));
-        reset();
+        SCOPED_TRACE(std::filesystem::path(c.words).string());
+        EXPECT_EQ(headset(L"reset"), 0);
         EXPECT_EQ(c.call(), c.usual);
-        RegSetKeyValueW(HKEY_CURRENT_USER, kSimulatorKey, c.knob, REG_DWORD, &c.value, sizeof c.value);
-        EXPECT_EQ(c.call(), c.turned);
+        EXPECT_EQ(headset(c.words), 0);
+        EXPECT_EQ(c.call(), c.afterwards);
     }
+    for (const wchar_t *wrong : {L"", L"unknown", L"battery 5", L"set InitResult x"})
+        EXPECT_EQ(headset(wrong), 1) << std::filesystem::path(wrong);
 }
 
 } // namespace
