@@ -48,19 +48,19 @@
     </message>
     <message>
         <source>无法写入“%1”。</source>
-        <translation>“%1” cannot be written.</translation>
+        <translation>&quot;%1&quot; cannot be written.</translation>
     </message>
     <message>
         <source>无法导入“%1”：文件无法读取，或大于 1 MB。</source>
-        <translation>“%1” cannot be imported: it cannot be read or is larger than 1 MB.</translation>
+        <translation>&quot;%1&quot; cannot be imported: it cannot be read or is larger than 1 MB.</translation>
     </message>
     <message>
         <source>无法导入“%2”：第 %1 行有误。</source>
-        <translation>“%2” cannot be imported: line %1 is not understood.</translation>
+        <translation>&quot;%2&quot; cannot be imported: line %1 is not understood.</translation>
     </message>
     <message>
         <source>无法导入“%1”：文件中没有均衡器曲线（GraphicEQ 或 Filter 行）。</source>
-        <translation>“%1” cannot be imported: it holds no equalizer curve (lines GraphicEQ or Filter).</translation>
+        <translation>&quot;%1&quot; cannot be imported: it holds no equalizer curve (lines GraphicEQ or Filter).</translation>
     </message>
 </context>
 <context>

@@ -144,7 +144,7 @@ TEST_F(EqualizerPageTest, DrawsTheCurveThroughTheHandlesAsTheyMove) {
         EXPECT_EQ(missed(QColor(0x5c, 0xb8, 0xb2)), -1) << preset;
     }
     form.pushButton_6->click();
-    EXPECT_EQ(missed(QColor(0x3a, 0x4f, 0x4d)), -1);
+    EXPECT_EQ(missed(QColor(0x4a, 0x65, 0x62)), -1);
     // The mouse goes to what lies behind it.
     EXPECT_EQ(form.widget_24->childAt(slider(0)->geometry().topRight() + QPoint(10, 50)), nullptr);
 }
