@@ -25,5 +25,6 @@ fuzz() {
 [ "$(uname -s)" = Linux ] && command -v clang++ >/dev/null || die "needs clang++ on Linux"
 fuzz FuzzUpdate 2000 "$src"/update/{Crc32,DownloadProgress,FtpReply,ServerConfig,UpdateInfo}.cpp
 fuzz FuzzEqCurves 1500 "$src/device/EqCurves.cpp"
+fuzz FuzzEqCurveText 400 "$src"/ui/pages/{EqCurveText,EqFilter}.cpp
 fuzz FuzzReports 64 "$src"/hid/{HidMatching,KeyEvent,UpgradeStage}.cpp "$src/ui/pages/BatteryReport.cpp"
 fuzz FuzzTranslationFile 600 "$src/ui/TranslationFile.cpp"

@@ -5,6 +5,7 @@
 #include "helpers/MessageBoxes.h"
 #include "ui/pages/ButtonHighlight.h"
 #include "ui/pages/EqCurveView.h"
+#include "ui/pages/FindControl.h"
 #include "ui_demoClass.h"
 
 #include <QCoreApplication>
@@ -50,14 +51,14 @@ void EqualizerPage::findControls() {
     QVector<QSlider *> sliders;
     for (size_t band = 0; band < bands_.size(); ++band) {
         const int name = kFirstBandName + static_cast<int>(band);
-        bands_[band] = {context_.window.findChild<QSlider *>(QStringLiteral("verticalSlider_%1").arg(name)),
-                        context_.window.findChild<QLabel *>(QStringLiteral("jhq_lab_%1").arg(name))};
+        bands_[band] = {&findControl<QSlider>(context_.window, QStringLiteral("verticalSlider_%1").arg(name)),
+                        &findControl<QLabel>(context_.window, QStringLiteral("jhq_lab_%1").arg(name))};
         bands_[band].slider->setRange(0, kSliderMaximum);
         sliders.push_back(bands_[band].slider);
     }
     new EqCurveView(sliders);
     for (size_t i = 0; i < presets_.size(); ++i)
-        presets_[i] = context_.window.findChild<QPushButton *>(QStringLiteral("btn_jhq%1").arg(i));
+        presets_[i] = &findControl<QPushButton>(context_.window, QStringLiteral("btn_jhq%1").arg(i));
 }
 
 // The box's text is a name to save or delete. It must not turn into another one while it is typed, and

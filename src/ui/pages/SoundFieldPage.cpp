@@ -2,6 +2,7 @@
 
 #include "helpers/LogHelper.h"
 #include "ui/pages/ButtonHighlight.h"
+#include "ui/pages/FindControl.h"
 #include "ui/pages/SoundFieldGeometry.h"
 #include "ui/pages/SoundFieldView.h"
 #include "ui_demoClass.h"
@@ -39,8 +40,8 @@ QPoint centreOf(const QRect &area) {
     return {area.x() + area.width() / 2, area.y() + area.height() / 2};
 }
 
-QPushButton *fieldButton(const QWidget &window, int number) {
-    return window.findChild<QPushButton *>(QStringLiteral("Page4_P_%1").arg(number));
+QPushButton &fieldButton(const QWidget &window, int number) {
+    return findControl<QPushButton>(window, QStringLiteral("Page4_P_%1").arg(number));
 }
 
 SoundFieldView::Speakers drawnSpeakers() {
@@ -75,9 +76,9 @@ void SoundFieldPage::findSpeakers() {
     for (size_t i = 0; i < speakers_.size(); ++i) {
         const SpeakerNames &names = kSpeakers[i];
         const SoundField::PointF offset = SoundField::onCircle(names.angle, kReferenceRadius);
-        speakers_[i] = {context_.window.findChild<QSlider *>(QLatin1String(names.slider)),
-                        context_.window.findChild<QLabel *>(QLatin1String(names.value)),
-                        context_.window.findChild<QLabel *>(QLatin1String(names.marker)),
+        speakers_[i] = {&findControl<QSlider>(context_.window, QLatin1String(names.slider)),
+                        &findControl<QLabel>(context_.window, QLatin1String(names.value)),
+                        &findControl<QLabel>(context_.window, QLatin1String(names.marker)),
                         centre + QPoint(qRound(offset.x), qRound(offset.y))};
         speakers_[i].slider->setRange(SoundField::kMinLevel, SoundField::kMaxLevel);
     }
@@ -96,7 +97,7 @@ void SoundFieldPage::connectLevels() {
 
 void SoundFieldPage::connectFieldButtons() {
     const auto connectButton = [this](int number, auto action) {
-        connect(fieldButton(context_.window, number), &QPushButton::clicked, this, [this, number, action] {
+        connect(&fieldButton(context_.window, number), &QPushButton::clicked, this, [this, number, action] {
             if (!effects_.isOn(Effect::SoundField))
                 return;
             markFieldButton(number);
@@ -211,6 +212,6 @@ void SoundFieldPage::placeMarkers() {
 void SoundFieldPage::markFieldButton(int number) {
     QVector<QWidget *> buttons;
     for (int each = 1; each <= kFieldButtons; ++each)
-        buttons.push_back(fieldButton(context_.window, each));
-    ButtonHighlight::mark(buttons, fieldButton(context_.window, number), kPressedColour, kOtherColour);
+        buttons.push_back(&fieldButton(context_.window, each));
+    ButtonHighlight::mark(buttons, buttons.value(number - 1), kPressedColour, kOtherColour);
 }
