@@ -1,5 +1,7 @@
+#include "app/Screens.h"
 #include "app/StartUp.h"
 #include "ui/demo.h"
+#include "ui/SmoothPictures.h"
 #include "ui/StartTip.h"
 
 #include "helpers/ProductSettings.h"
@@ -18,12 +20,19 @@ namespace {
 constexpr int kPictureCache = 32 * 1024;
 
 void centreOnPrimaryScreen(QWidget &window) {
-    const QSize screen = QGuiApplication::primaryScreen()->geometry().size();
-    window.move((screen.width() - window.width()) / 2, (screen.height() - window.height()) / 2);
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    const QSize size = screen->geometry().size();
+    const QPoint centred((size.width() - window.width()) / 2, (size.height() - window.height()) / 2);
+    // A window that is as high as the work area would stand behind the taskbar there.
+    const QRect room = screen->availableGeometry();
+    const int right = qMax(room.left(), room.left() + room.width() - window.width());
+    const int bottom = qMax(room.top(), room.top() + room.height() - window.height());
+    window.move(qBound(room.left(), centred.x(), right), qBound(room.top(), centred.y(), bottom));
 }
 
 int runPanel(QApplication &application, bool takesOver) {
     QPixmapCache::setCacheLimit(kPictureCache);
+    SmoothPictures::installWhereNeeded();
     // A dialog may close while the panel is hidden behind its tray icon.
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setFont(QFont(QStringLiteral("Microsoft YaHei")));
@@ -52,6 +61,7 @@ int main(int argc, char *argv[]) {
         return *ending;
 
     qputenv("QT_ENABLE_HIGHDPI_SCALING", "1");
+    Screens::chooseScales();
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps); // icons as sharp as the display is
     QApplication application(argc, argv);
     return runPanel(application, takesOver);

@@ -13,6 +13,7 @@
 #include "ui/PageSet.h"
 #include "ui/ProcessEnd.h"
 #include "ui/SettingsDialog.h"
+#include "ui/SmallScreen.h"
 #include "ui/SystemEvents.h"
 #include "ui/ToolTips.h"
 #include "ui/Translation.h"
@@ -23,6 +24,7 @@
 #include <QComboBox>
 #include <QFile>
 #include <QMouseEvent>
+#include <QScreen>
 #include <QSlider>
 #include <QStyledItemDelegate>
 
@@ -88,6 +90,7 @@ void demo::setUpForm() {
     for (QPushButton *button : findChildren<QPushButton *>())
         if (button->isCheckable())
             ShownState::keep(*button);
+    fitToHeight(*this, *form_, QGuiApplication::primaryScreen()->availableGeometry().height());
 }
 
 void demo::initialiseDevice() {

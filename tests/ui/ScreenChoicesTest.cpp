@@ -1,0 +1,50 @@
+#include "ui/ScreenScale.h"
+#include "ui/WindowFit.h"
+
+#include <array>
+#include <gtest/gtest.h>
+
+namespace {
+
+std::array<int, 8> numbers(const WindowFit &fit) {
+    const auto [height, margin, inset, scrolls, line, microphone, other, upgrade] = fit;
+    return {height, margin, inset, scrolls, line, microphone, other, upgrade};
+}
+
+TEST(ScreenChoices, ScaleIsTheScreensOwnUnlessTheWindowWouldNotFit) {
+    const struct {
+        ScreenNumbers screen;
+        double scale;
+    } cases[] = {
+        {{1920, 1040, 96}, 1},     {{1920, 1030, 120}, 1.15}, {{1920, 1020, 144}, 1.15},
+        {{2560, 1380, 144}, 1.5},  {{3840, 2080, 192}, 2},    {{3840, 2040, 288}, 2.3},
+        {{1366, 728, 96}, 1},      {{1600, 850, 120}, 1},     {{1280, 720, 288}, 1},
+        {{2400, 1080, 192}, 1.2},  {{1080, 1880, 144}, 1},    {{2142, 1738, 192}, 2},
+        {{2141, 1738, 192}, 1.95}, {{1920, 1040, 72}, 1},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(testing::Message()
+                     << c.screen.workWidth << 'x' << c.screen.workHeight << '@' << c.screen.dpi);
+        EXPECT_NEAR(c.scale, chooseScale(c.screen), 1e-6);
+    }
+}
+
+TEST(ScreenChoices, WavesAndGapsGiveWayThenMarginsThenItScrolls) {
+    const struct {
+        int available;
+        WindowFit fit;
+    } cases[] = {
+        {1000, {869, 20, 0, false, 456, 480, 700, 66}}, {869, {869, 20, 0, false, 456, 480, 700, 66}},
+        {860, {860, 20, 0, false, 456, 480, 700, 66}},  {788, {788, 20, 0, false, 447, 469, 682, 62}},
+        {768, {768, 13, 0, false, 439, 459, 666, 58}},  {752, {752, 8, 0, false, 432, 451, 654, 54}},
+        {751, {751, 8, 1, false, 431, 450, 653, 54}},   {728, {728, 8, 12, false, 422, 439, 635, 49}},
+        {727, {727, 8, 12, true, 421, 438, 634, 49}},   {672, {672, 8, 12, true, 399, 411, 590, 38}},
+        {500, {660, 8, 12, true, 396, 408, 586, 36}},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.available);
+        EXPECT_EQ(numbers(c.fit), numbers(fitWindow(c.available)));
+    }
+}
+
+} // namespace
