@@ -61,7 +61,7 @@ bool SmoothPictures::eventFilter(QObject *watched, QEvent *event) {
     if (!watched->isWidgetType())
         return false;
     auto &widget = static_cast<QWidget &>(*watched);
-    if (event->type() == QEvent::Polish || event->type() == QEvent::StyleChange) {
+    if (event->type() == QEvent::Show || event->type() == QEvent::StyleChange) {
         takeOverBackground(widget);
     } else if (event->type() == QEvent::Paint) {
         if (auto *button = qobject_cast<QPushButton *>(watched)) {
