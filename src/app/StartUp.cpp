@@ -34,17 +34,12 @@ bool takeOverFromRunningInstance() {
     return true;
 }
 
-void withdrawRequest() {
-    if (ProductSettings::readDword(ProductSettings::kExitRequest).value_or(0) != 0)
-        ProductSettings::writeDword(ProductSettings::kExitRequest, 0);
-}
-
 Ending requireDevice() {
     if (DeviceApi::deviceCount() >= 1)
         return std::nullopt;
     // The two leading blanks belong to the text.
     ShowMessageByLocale(L"Can't connect to device", L"  找不到设备", L"温馨提示", MB_OK);
-    withdrawRequest();
+    ProductSettings::takeExitRequest();
     return 0;
 }
 

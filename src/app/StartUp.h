@@ -17,10 +17,6 @@ void logVersions();
 // Asks a running instance to end, through the registry, and gives it a second. True when there is one.
 bool takeOverFromRunningInstance();
 
-// Takes the request back when nobody has followed it, lest this process follows it itself: an instance that
-// hangs stays.
-void withdrawRequest();
-
 // Without a headset: message, withdrawn request, exit code 0.
 Ending requireDevice();
 

@@ -40,8 +40,10 @@ int runPanel(QApplication &application, bool takesOver) {
 
     // On the heap: the paths that end the process from within destroy the window themselves.
     const auto window = std::make_unique<demo>();
+    // An older instance that hangs has not followed the request, and this one must not. As late as its own
+    // poll allows, since the older one may only be slow.
     if (takesOver)
-        StartUp::withdrawRequest(); // as late as its own poll allows, for an older instance that is slow
+        ProductSettings::takeExitRequest();
     centreOnPrimaryScreen(*window);
     window->setWindowTitle(QString::fromStdWString(ProductSettings::productDisplayName()));
     window->show();

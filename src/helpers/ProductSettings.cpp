@@ -80,6 +80,13 @@ bool writeBinary(const wchar_t *name, const void *bytes, size_t byteCount) {
         false);
 }
 
+bool takeExitRequest() {
+    if (readDword(kExitRequest).value_or(0) == 0)
+        return false;
+    writeDword(kExitRequest, 0);
+    return true;
+}
+
 std::wstring productDisplayName() {
     return readString(L"DisplayName").value_or(L"QorSound Kit");
 }

@@ -24,6 +24,10 @@ std::optional<std::wstring> readString(const wchar_t *name);
 bool writeDword(const wchar_t *name, uint32_t value, const wchar_t *key = kProductKey);
 bool writeBinary(const wchar_t *name, const void *bytes, size_t byteCount);
 
+// Whether an instance has been asked to end. The request is withdrawn with that: it has been followed, or
+// nobody shall follow it.
+bool takeExitRequest();
+
 // "DisplayName", or "QorSound Kit" where it is missing: window title and tray tool tip.
 std::wstring productDisplayName();
 

@@ -119,6 +119,7 @@ void demo::readDevice() {
                                                  : QStringLiteral("get device info FAILED"),
                 nullptr, MB_OK);
     trayIcon_->remove();
+    ProductSettings::takeExitRequest(); // an older instance need not make room
     endProcessAtOnce();
 }
 
@@ -267,10 +268,8 @@ void demo::closeOrHide() {
 }
 
 void demo::pollHandover() {
-    if (ProductSettings::readDword(ProductSettings::kExitRequest).value_or(0) == 0)
-        return;
-    ProductSettings::writeDword(ProductSettings::kExitRequest, 0);
-    endProcess(this);
+    if (ProductSettings::takeExitRequest())
+        endProcess(this);
 }
 
 // Stands still while a firmware upgrade runs.

@@ -63,8 +63,6 @@ SoundFieldPage::SoundFieldPage(PageContext context, ExclusiveEffects &effects, Q
     effects_.attach(Effect::SoundField, *form.pushButton_14, form.label_152, {form.Page4_P, form.frame_2});
     connect(&effects_, &ExclusiveEffects::changed, this, &SoundFieldPage::followAngleMode);
     showStored();
-    const int mode = context_.device.sound.fieldAngleMode;
-    markFieldButton(mode <= static_cast<int>(AngleMode::Centred) ? mode : 0);
     connectLevels();
     connectFieldButtons();
     followAngleMode();
@@ -119,6 +117,8 @@ void SoundFieldPage::showStored() {
     showLevels();
     showMaster(context_.device.sound.speakerLevel[0]);
     placeMarkers();
+    const int mode = context_.device.sound.fieldAngleMode;
+    markFieldButton(mode <= static_cast<int>(AngleMode::Centred) ? mode : 0);
 }
 
 // The speakers' own sliders send even while the sound field is off.

@@ -22,7 +22,7 @@ public:
 
     // Writes the levels' labels again, which the form resets.
     void retranslated();
-    // Shows the levels that the block holds; sends nothing.
+    // Shows the levels and the angle's mode that the block holds; sends nothing.
     void showStored();
 
 private:
