@@ -2,7 +2,6 @@
 
 #include "ui_demoClass.h"
 
-#include <algorithm>
 #include <QFile>
 #include <QStyle>
 #include <QStyleOptionSlider>
@@ -53,11 +52,6 @@ POINT FormMap::centreOf(const char *objectName) {
     return {centre.x(), centre.y()};
 }
 
-POINT FormMap::sliderPoint(const char *objectName, int value, int minimum, int maximum) {
-    static_cast<QSlider &>(control(objectName)).setRange(minimum, maximum);
-    return sliderPoint(objectName, value);
-}
-
 POINT FormMap::sliderPoint(const char *objectName, int value) {
     const POINT centre = centreOf(objectName);
     auto &slider = static_cast<QSlider &>(control(objectName));
@@ -76,20 +70,4 @@ POINT FormMap::sliderPoint(const char *objectName, int value) {
         slider.style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, &slider);
     const QPoint at = slider.mapTo(window_.get(), handle.center());
     return slider.orientation() == Qt::Vertical ? POINT{centre.x, at.y()} : POINT{at.x(), centre.y};
-}
-
-std::vector<std::string> FormMap::offeredControls() {
-    auto *pages = window_->findChild<QStackedWidget *>(QStringLiteral("stackedWidget"));
-    std::vector<std::string> names;
-    for (const QWidget *widget : window_->findChildren<QWidget *>()) {
-        const bool isControl =
-            qobject_cast<const QAbstractButton *>(widget) || qobject_cast<const QSlider *>(widget) ||
-            qobject_cast<const QComboBox *>(widget) || qobject_cast<const QLineEdit *>(widget);
-        const bool hidden = std::any_of(std::begin(kHiddenPages), std::end(kHiddenPages),
-                                        [&](int page) { return pages->widget(page)->isAncestorOf(widget); });
-        const bool own = !widget->objectName().isEmpty() && !widget->objectName().startsWith(u"qt_");
-        if (isControl && own && !hidden && !widget->isHidden())
-            names.push_back(widget->objectName().toStdString());
-    }
-    return names;
 }

@@ -4,8 +4,6 @@
 
 #include <memory>
 #include <QMainWindow>
-#include <string>
-#include <vector>
 #include <windows.h>
 
 class FormMap {
@@ -15,11 +13,8 @@ public:
 
     // Centre of the control in the main window. Shows the control's page first, as the panel does.
     POINT centreOf(const char *objectName);
-    // Where a slider's handle is at the value, in the slider's own range or in the given one.
+    // Where a slider's handle is at the value.
     POINT sliderPoint(const char *objectName, int value);
-    POINT sliderPoint(const char *objectName, int value, int minimum, int maximum);
-    // The buttons, sliders, boxes and fields of the window but for those of hidden pages.
-    std::vector<std::string> offeredControls();
 
 private:
     QWidget &control(const char *objectName);

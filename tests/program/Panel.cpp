@@ -64,30 +64,6 @@ void mouse(POINT screen, DWORD flags = 0) {
     input.mi.dy = (screen.y * 65536 + 32768) / GetSystemMetrics(SM_CYSCREEN);
     input.mi.dwFlags = flags | MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
     SendInput(1, &input, sizeof input);
-    Sleep(15);
-}
-
-POINT onScreen(HWND window, POINT position) {
-    ClientToScreen(window, &position);
-    return position;
-}
-
-void key(WORD code, bool shift = false) {
-    INPUT input[4] = {};
-    UINT count = 0;
-    const auto add = [&](WORD virtualKey, DWORD flags) {
-        input[count].type = INPUT_KEYBOARD;
-        input[count].ki.wVk = virtualKey;
-        input[count++].ki.dwFlags = flags;
-    };
-    if (shift)
-        add(VK_SHIFT, 0);
-    add(code, 0);
-    add(code, KEYEVENTF_KEYUP);
-    if (shift)
-        add(VK_SHIFT, KEYEVENTF_KEYUP);
-    SendInput(count, input, sizeof *input);
-    Sleep(15);
 }
 
 // "date time process thread call" without the first four.
@@ -185,64 +161,20 @@ void Panel::kill() {
     WaitForSingleObject(process_.get(), 5000);
 }
 
-void Panel::click(POINT position, int times) const {
-    const POINT place = onScreen(window_, position);
-    mouse(place);
-    for (int i = 0; i < times; ++i) {
-        mouse(place, MOUSEEVENTF_LEFTDOWN);
-        mouse(place, MOUSEEVENTF_LEFTUP);
+void Panel::click(POINT position) const {
+    ClientToScreen(window_, &position);
+    for (const DWORD event : {DWORD{0}, DWORD{MOUSEEVENTF_LEFTDOWN}, DWORD{MOUSEEVENTF_LEFTUP}})
+        mouse(position, event);
+}
+
+void Panel::press(WORD virtualKey) {
+    INPUT input[2] = {};
+    for (INPUT &each : input) {
+        each.type = INPUT_KEYBOARD;
+        each.ki.wVk = virtualKey;
     }
-}
-
-void Panel::rightClick(POINT position) const {
-    const POINT place = onScreen(window_, position);
-    mouse(place);
-    mouse(place, MOUSEEVENTF_RIGHTDOWN);
-    mouse(place, MOUSEEVENTF_RIGHTUP);
-}
-
-void Panel::drag(POINT from, POINT to) const {
-    const POINT start = onScreen(window_, from);
-    const POINT end = onScreen(window_, to);
-    mouse(start);
-    mouse(start, MOUSEEVENTF_LEFTDOWN);
-    constexpr int steps = 8;
-    for (int i = 1; i <= steps; ++i)
-        mouse({start.x + (end.x - start.x) * i / steps, start.y + (end.y - start.y) * i / steps});
-    mouse(end, MOUSEEVENTF_LEFTUP);
-}
-
-bool Panel::dragWindow(POINT from, POINT by) const {
-    RECT frame{};
-    GetWindowRect(window_, &frame);
-    const POINT wanted{frame.left + by.x, frame.top + by.y};
-    const POINT start = onScreen(window_, from);
-    const POINT end{start.x + by.x, start.y + by.y};
-    mouse(start);
-    mouse(start, MOUSEEVENTF_LEFTDOWN);
-    mouse({start.x + by.x / 2, start.y + by.y / 2});
-    // With small movements at the end, as a hand makes them: on a busy system the window overtakes the mouse,
-    // and the next movement brings it back.
-    const bool follows = waitUntil([&] {
-        mouse({end.x + 1, end.y});
-        mouse(end);
-        Sleep(30);
-        GetWindowRect(window_, &frame);
-        return frame.left == wanted.x && frame.top == wanted.y;
-    });
-    mouse(end, MOUSEEVENTF_LEFTUP);
-    return follows;
-}
-
-void Panel::type(const std::wstring &text) const {
-    for (const wchar_t c : text) {
-        const SHORT scan = VkKeyScanW(c);
-        key(static_cast<WORD>(scan & 0xFF), scan & 0x100);
-    }
-}
-
-void Panel::press(WORD virtualKey) const {
-    key(virtualKey);
+    input[1].ki.dwFlags = KEYEVENTF_KEYUP;
+    SendInput(2, input, sizeof *input);
 }
 
 std::vector<std::string> Panel::journal() {

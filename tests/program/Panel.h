@@ -5,6 +5,7 @@
 #include "helpers/WinHandles.h"
 #include "support/WaitUntil.h"
 
+#include <initializer_list>
 #include <string>
 #include <vector>
 #include <windows.h>
@@ -32,14 +33,23 @@ public:
     int waitForEnd(DWORD milliseconds = 20000) const;
     void kill();
 
-    // Coordinates in the main window.
-    void click(POINT position, int times = 1) const;
-    void rightClick(POINT position) const;
-    void drag(POINT from, POINT to) const;
-    // Drags the window itself; false when it does not follow the mouse.
-    bool dragWindow(POINT from, POINT by) const;
-    void type(const std::wstring &text) const; // ASCII letters, digits, '-' and blanks
-    void press(WORD virtualKey) const;
+    // Inputs, given again until `seen` holds; false when it never does. Positions in the main window.
+    template<typename Seen>
+    bool click(std::initializer_list<POINT> positions, Seen seen) const {
+        const auto give = [&] {
+            for (const POINT &position : positions)
+                click(position);
+        };
+        return giveUntil(give, seen);
+    }
+    template<typename Seen>
+    bool press(std::initializer_list<WORD> virtualKeys, Seen seen) const {
+        const auto give = [&] {
+            for (const WORD virtualKey : virtualKeys)
+                press(virtualKey);
+        };
+        return giveUntil(give, seen);
+    }
 
     // Lines of the simulator's journal since prepare(), without time and ids: "_SetVolum(45, 0, 0) -> 0 ...".
     static std::vector<std::string> journal();
@@ -53,6 +63,9 @@ public:
     std::wstring answerBox(DWORD milliseconds = 30000) const;
 
 private:
+    void click(POINT position) const;
+    static void press(WORD virtualKey);
+
     UniqueHandle process_;
     DWORD processId_ = 0;
     HWND window_ = nullptr;

@@ -73,12 +73,12 @@ TEST_F(StartAndEndTest, ClosingEndsOrHides) {
             Panel panel;
             panel.start();
             ASSERT_TRUE(panel.waitForWindow());
+            const auto gone = [&] { return !IsWindowVisible(panel.window()); };
             if (bySystem)
-                PostMessageW(panel.window(), WM_CLOSE, 0, 0);
+                EXPECT_TRUE(giveUntil([&] { PostMessageW(panel.window(), WM_CLOSE, 0, 0); }, gone));
             else
-                panel.click(map.centreOf("pushButton"));
+                EXPECT_TRUE(panel.click({map.centreOf("pushButton")}, gone));
             if (hides) {
-                EXPECT_TRUE(waitUntil([&] { return !IsWindowVisible(panel.window()); }));
                 EXPECT_TRUE(panel.running());
             } else {
                 EXPECT_EQ(0, panel.waitForEnd());
@@ -118,8 +118,8 @@ TEST_F(StartAndEndTest, NewerInstanceTakesOver) {
     EXPECT_EQ(0u, Registry::ReadDwordValue(kProductKey, L"exitCmd"));
 
     // A window that hides behind the tray icon, or sits in a message box, still ends.
-    newer.click(map.centreOf("bt_y11"));
-    newer.click(map.centreOf("pushButton_11"));
+    EXPECT_TRUE(newer.click({map.centreOf("bt_y11"), map.centreOf("pushButton_11")},
+                            [&] { return newer.systemDialog() != nullptr; }));
     Panel newest;
     newest.start();
     EXPECT_EQ(0, newer.waitForEnd());
@@ -222,8 +222,7 @@ TEST_F(StartAndEndTest, BadInputStartsAllTheSame) {
     Panel panel;
     panel.start();
     EXPECT_TRUE(panel.waitForWindow());
-    Sleep(300); // timers run, too
-    EXPECT_TRUE(panel.running());
+    EXPECT_EQ(-1000, panel.waitForEnd(300)) << "timers run, too";
 }
 
 } // namespace

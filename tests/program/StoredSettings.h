@@ -1,14 +1,10 @@
-// What the simulated headset and the program's folder hold: read from outside, while the program runs or
-// after it.
+// What the simulated headset holds: read from outside, while the program runs or after it.
 #pragma once
 
 #include "device/PropertyBlocks.h"
 #include "helpers/Registry.h"
-#include "program/Panel.h"
 
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 
 struct StoredSettings {
     SystemHead system{};
@@ -21,19 +17,6 @@ struct StoredSettings {
         readBlock(L"SoundBlock", &stored.sound, sizeof stored.sound);
         readBlock(L"ExtBlock", &stored.extension, sizeof stored.extension);
         return stored;
-    }
-
-    // The curve file; a count of -1 when it does not have its exact size.
-    static EqCurveStore curves() {
-        EqCurveStore store{};
-        const std::filesystem::path path = Panel::folder() + L"\\config\\eqs.bin";
-        std::error_code error;
-        if (std::filesystem::file_size(path, error) != sizeof store || error) {
-            store.count = -1;
-            return store;
-        }
-        std::ifstream(path, std::ios::binary).read(reinterpret_cast<char *>(&store), sizeof store);
-        return store;
     }
 
 private:

@@ -1,8 +1,9 @@
-// The frameless window's own behaviour: dragging, minimising with its snapshots, tray icon, navigation.
+// The program's window among others: what it shows at start, the tray icon, and a session with mouse and
+// keyboard whose settings are there in the next instance.
 #include "helpers/ProductSettings.h"
-#include "helpers/Registry.h"
 #include "program/FormMap.h"
 #include "program/Panel.h"
+#include "program/StoredSettings.h"
 
 #include <gtest/gtest.h>
 #include <shellapi.h>
@@ -24,92 +25,119 @@ BOOL CALLBACK matchTray(HWND window, LPARAM argument) {
     return FALSE;
 }
 
-HWND trayWindow(DWORD process) {
-    std::pair<DWORD, HWND> found{process, nullptr};
-    EnumWindows(&matchTray, reinterpret_cast<LPARAM>(&found));
-    return found.second;
+template<typename Block>
+bool same(const Block &one, const Block &other) {
+    return std::memcmp(&one, &other, sizeof one) == 0;
 }
 
 class WindowShellTest : public testing::Test {
 protected:
-    void SetUp() override {
-        Panel::prepare();
+    void SetUp() override { Panel::prepare(); }
+
+    void start() {
         panel.start();
         ASSERT_TRUE(panel.waitForWindow());
-        Sleep(200); // past the one-shot re-layout
     }
 
-    RECT frame() const {
-        RECT rect{};
-        GetWindowRect(panel.window(), &rect);
-        return rect;
+    HWND trayWindow() const {
+        std::pair<DWORD, HWND> found{panel.processId(), nullptr};
+        EnumWindows(&matchTray, reinterpret_cast<LPARAM>(&found));
+        return found.second;
     }
-
+    void tray(UINT event) const { PostMessageW(trayWindow(), kTrayMessage, 0, MAKELPARAM(event, 0)); }
     // A double click ends with a release of its own, which Qt takes for a part of it.
     void trayDoubleClick() const {
         tray(WM_LBUTTONDBLCLK);
         tray(NIN_SELECT);
     }
 
-    void tray(UINT event) const {
-        PostMessageW(trayWindow(panel.processId()), kTrayMessage, 0, MAKELPARAM(event, 0));
+    bool isShown() const { return IsWindowVisible(panel.window()) && !IsIconic(panel.window()); }
+    bool minimise() {
+        return panel.click({map.centreOf("pushButton_1")}, [&] { return IsIconic(panel.window()); });
+    }
+    bool hide() {
+        return panel.click({map.centreOf("pushButton")}, [&] { return !IsWindowVisible(panel.window()); });
     }
 
     FormMap map;
     Panel panel;
 };
 
-TEST_F(WindowShellTest, OnlyALeftPressOnTheTopBarDrags) {
-    EXPECT_TRUE(panel.dragWindow({400, 30}, {50, 40}));
-    Sleep(100); // for the release
-    const RECT before = frame();
-    panel.drag({400, 850}, {450, 800}); // below the top bar
-    EXPECT_EQ(before.left, frame().left);
-    panel.rightClick({400, 30});
-    panel.press(VK_ESCAPE);
-    SetCursorPos(300, 300);
-    Sleep(50);
-    EXPECT_EQ(before.left, frame().left);
+TEST_F(WindowShellTest, StartShowsTitleTipAndIconAsStored) {
+    Registry::WriteStringValue(kProductKey, L"DisplayName", L"My 耳机");
+    Registry::WriteDwordValue(kProductKey, L"isAddSysicon", 1);
+    Registry::WriteDwordValue(kProductKey, L"isStartShow", 1);
+    start();
+    EXPECT_NE(nullptr, trayWindow());
+    wchar_t title[64] = L"";
+    GetWindowTextW(panel.window(), title, 64);
+    EXPECT_STREQ(L"My 耳机", title);
+    // The tip stands in the middle of the window, 400 x 300 pixels; its box is ticked for no more tips.
+    const POINT box{1071 / 2 - 200 + 58, 869 / 2 - 150 + 158};
+    EXPECT_TRUE(
+        panel.click({box}, [] { return Registry::ReadDwordValue(kProductKey, L"isStartShow") == 0; }));
 }
 
-TEST_F(WindowShellTest, MinimiseWritesTheSnapshots) {
-    panel.click(map.sliderPoint("verticalSlider_4", 20)); // a page step
-    Sleep(100);
-    panel.click(map.centreOf("pushButton_1"));
-    EXPECT_TRUE(waitUntil([&] { return IsIconic(panel.window()); }));
-    const auto snapshot = [](const wchar_t *name) { return Registry::ReadBinaryValue(kProductKey, name); };
-    const auto stored = [](const wchar_t *name) {
-        return Registry::ReadBinaryValue(L"HKEY_CURRENT_USER\\Software\\QorSoundKit Simulator", name);
-    };
-    const std::vector<uint8_t> sound = snapshot(L"{6F8E9E8B-C370-48D3-A20E-D1CA1D61BB3C}");
-    EXPECT_EQ(stored(L"SoundBlock"), sound);
-    EXPECT_EQ(32u, snapshot(L"{983E6A3C-E1AE-49BD-9E50-8FCB108C3F8D}").size());
-    EXPECT_EQ(stored(L"SystemHead"), snapshot(L"{F5530E75-A2A5-43E8-B9DF-1A1E225B5D1A}"));
-    ASSERT_EQ(575u, sound.size());
-    EXPECT_LT(sound[8], 60); // the slider had moved
-}
-
-TEST_F(WindowShellTest, TrayIconBringsTheWindowBack) {
-    EXPECT_EQ(nullptr, trayWindow(panel.processId())); // none before it is needed
-    panel.click(map.centreOf("pushButton"));
-    ASSERT_TRUE(waitUntil([&] { return !IsWindowVisible(panel.window()); }));
-    ASSERT_NE(nullptr, trayWindow(panel.processId()));
-    tray(NIN_SELECT);
-    EXPECT_TRUE(waitUntil([&] { return IsWindowVisible(panel.window()) != 0; }));
-
-    panel.click(map.centreOf("pushButton"));
-    ASSERT_TRUE(waitUntil([&] { return !IsWindowVisible(panel.window()); }));
-    trayDoubleClick();
-    EXPECT_TRUE(waitUntil([&] { return IsWindowVisible(panel.window()) != 0; }));
-
+TEST_F(WindowShellTest, TrayIconBringsTheWindowBackAndEndsTheProgram) {
+    start();
+    EXPECT_EQ(nullptr, trayWindow()); // none before it is needed
+    ASSERT_TRUE(hide());
+    EXPECT_TRUE(giveUntil([&] { tray(NIN_SELECT); }, [&] { return isShown(); }));
+    ASSERT_TRUE(hide());
+    EXPECT_TRUE(giveUntil([&] { trayDoubleClick(); }, [&] { return isShown(); }));
     // A double click leaves a minimised window minimised, a single click restores it.
-    panel.click(map.centreOf("pushButton_1"));
-    ASSERT_TRUE(waitUntil([&] { return IsIconic(panel.window()); }));
+    ASSERT_TRUE(minimise());
     trayDoubleClick();
-    Sleep(300);
-    EXPECT_TRUE(IsIconic(panel.window()));
-    tray(NIN_SELECT);
-    EXPECT_TRUE(waitUntil([&] { return !IsIconic(panel.window()); }));
+    EXPECT_FALSE(waitUntil([&] { return isShown(); }, 300));
+    EXPECT_TRUE(giveUntil([&] { tray(NIN_SELECT); }, [&] { return isShown(); }));
+    const auto exit = [&] {
+        tray(WM_CONTEXTMENU);
+        for (const WORD key : {WORD{VK_DOWN}, WORD{VK_RETURN}})
+            panel.press({key}, [] { return true; });
+    };
+    EXPECT_TRUE(giveUntil(exit, [&] { return !panel.running(); }));
+    EXPECT_EQ(0, panel.waitForEnd());
+    EXPECT_EQ("releaseDeviceInfo(", panel.ownJournal().back().substr(0, 18));
+}
+
+// One control for each of the blocks; what each control does is tested without the mouse.
+TEST_F(WindowShellTest, SettingsGoFromOneInstanceToTheNext) {
+    Registry::WriteDwordValue(kProductKey, L"language", 0);
+    start();
+    EXPECT_TRUE(panel.click({map.centreOf("bt_y0"), map.sliderPoint("verticalSlider_4", 10)},
+                            [] { return StoredSettings::read().sound.masterVolume < 60; }));
+    EXPECT_TRUE(panel.click({map.centreOf("bt_y2"), map.centreOf("btn_jhq5")},
+                            [] { return StoredSettings::read().extension.gain[0] == 11; }));
+    EXPECT_TRUE(panel.click({map.centreOf("bt_y6"), map.sliderPoint("verticalSlider", 10)},
+                            [] { return StoredSettings::read().system.micLevel < 80; }));
+    // In the settings dialog: to the list of languages, its next entry, Confirm.
+    EXPECT_TRUE(giveUntil(
+        [&] {
+            panel.click({map.centreOf("pushButton_2")}, [] { return true; });
+            for (const WORD key : {WORD{VK_TAB}, WORD{VK_DOWN}, WORD{VK_RETURN}})
+                panel.press({key}, [] { return true; });
+        },
+        [] { return Registry::ReadDwordValue(kProductKey, L"language") == 1; }));
+
+    const StoredSettings before = StoredSettings::read();
+    ASSERT_TRUE(minimise());
+    const auto snapshot = [](const wchar_t *name) { return Registry::ReadBinaryValue(kProductKey, name); };
+    const auto bytesOf = [](const auto &block) {
+        const auto *bytes = reinterpret_cast<const uint8_t *>(&block);
+        return std::vector<uint8_t>(bytes, bytes + sizeof block);
+    };
+    EXPECT_EQ(bytesOf(before.sound), snapshot(L"{6F8E9E8B-C370-48D3-A20E-D1CA1D61BB3C}"));
+    EXPECT_EQ(bytesOf(before.extension), snapshot(L"{983E6A3C-E1AE-49BD-9E50-8FCB108C3F8D}"));
+    EXPECT_EQ(bytesOf(before.system), snapshot(L"{F5530E75-A2A5-43E8-B9DF-1A1E225B5D1A}"));
+
+    Panel second;
+    second.start();
+    EXPECT_EQ(0, panel.waitForEnd());
+    ASSERT_TRUE(second.waitForWindow());
+    const StoredSettings after = StoredSettings::read();
+    EXPECT_TRUE(same(before.system, after.system));
+    EXPECT_TRUE(same(before.sound, after.sound));
+    EXPECT_TRUE(same(before.extension, after.extension));
 }
 
 } // namespace

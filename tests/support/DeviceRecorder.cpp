@@ -92,7 +92,11 @@ int32_t releaseDeviceInfo(void *, uint32_t key) {
 }
 
 int32_t _exec_usb_encrypt(uint32_t key, uint32_t *id1, uint32_t *id2, uint32_t *id3, uint32_t *id4) {
-    record(line("_exec_usb_encrypt", *id1, *id2, *id3, *id4), key);
+    const auto &ids = record(line("_exec_usb_encrypt", *id1, *id2, *id3, *id4), key).usbIds;
+    *id1 = ids[0];
+    *id2 = ids[1];
+    *id3 = ids[2];
+    *id4 = ids[3];
     return 0;
 }
 

@@ -37,5 +37,6 @@ public:
     DeviceInfo info{};         // copied out by getDeviceInfo
     bool updatesImage = false; // setDeviceProperty writes through to the caller's DeviceInfo
     int32_t taskRunning = 0;
+    std::array<uint32_t, 4> usbIds{};
     std::function<void(int32_t volume)> onSetVolume; // called inside _SetVolum
 };

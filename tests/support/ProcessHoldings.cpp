@@ -1,4 +1,4 @@
-// Wine answers 0 to GetProcessHandleCount and GetGuiResources, so the tables behind them are counted here.
+// Wine answers 0 to GetProcessHandleCount, so the table behind it is counted here.
 #include "support/ProcessHoldings.h"
 
 #include "helpers/WinHandles.h"
@@ -12,12 +12,6 @@
 
 namespace {
 
-template<typename Function>
-Function ntdllFunction(const char *name) {
-    return reinterpret_cast<Function>(
-        reinterpret_cast<void *>(GetProcAddress(GetModuleHandleW(L"ntdll"), name)));
-}
-
 size_t countHandles(DWORD processId) {
     struct Entry {
         void *object;
@@ -29,8 +23,9 @@ size_t countHandles(DWORD processId) {
         Entry entries[1];
     };
     constexpr ULONG kExtendedHandleInformation = 64;
-    const auto query =
-        ntdllFunction<LONG(WINAPI *)(ULONG, void *, ULONG, ULONG *)>("NtQuerySystemInformation");
+    using Query = LONG(WINAPI *)(ULONG, void *, ULONG, ULONG *);
+    const auto query = reinterpret_cast<Query>(
+        reinterpret_cast<void *>(GetProcAddress(GetModuleHandleW(L"ntdll"), "NtQuerySystemInformation")));
     std::vector<ULONG_PTR> buffer(1 << 20);
     ULONG length = 0;
     if (query(kExtendedHandleInformation, buffer.data(), static_cast<ULONG>(buffer.size() * sizeof buffer[0]),
@@ -40,43 +35,6 @@ size_t countHandles(DWORD processId) {
     size_t count = 0;
     for (ULONG_PTR i = 0; i < table->count; ++i)
         count += table->entries[i].processId == processId;
-    return count;
-}
-
-bool readMemory(HANDLE process, ULONG_PTR address, void *bytes, size_t count) {
-    SIZE_T read = 0;
-    return ReadProcessMemory(process, reinterpret_cast<void *>(address), bytes, count, &read) &&
-           read == count;
-}
-
-// The table of the process's GDI objects, as debuggers find it: by a pointer in the process environment
-// block.
-size_t countGdiObjects(HANDLE process) {
-    struct Cell {
-        ULONG_PTR object;
-        ULONG owner;
-        USHORT unique;
-        BYTE type, flags;
-        ULONG_PTR userPointer;
-    };
-    static_assert(sizeof(Cell) == 24);
-    constexpr ULONG_PTR kTablePointerInBlock = 0xF8;
-    constexpr size_t kCells = 65536;
-    struct {
-        ULONG_PTR exitStatus, environmentBlock, rest[4];
-    } basic{};
-    const auto query =
-        ntdllFunction<LONG(WINAPI *)(HANDLE, ULONG, void *, ULONG, ULONG *)>("NtQueryInformationProcess");
-    ULONG length = 0;
-    ULONG_PTR table = 0;
-    std::vector<Cell> cells(kCells);
-    if (query(process, 0, &basic, sizeof basic, &length) != 0 ||
-        !readMemory(process, basic.environmentBlock + kTablePointerInBlock, &table, sizeof table) ||
-        !readMemory(process, table, cells.data(), kCells * sizeof(Cell)))
-        return 0;
-    size_t count = 0;
-    for (const Cell &cell : cells)
-        count += cell.type != 0;
     return count;
 }
 
@@ -114,7 +72,6 @@ size_t countPrivateKilobytes(HANDLE process) {
 ProcessHoldings ProcessHoldings::of(DWORD processId) {
     const UniqueHandle process(OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, processId));
     ProcessHoldings held;
-    held.gdiObjects = countGdiObjects(process.get());
     held.privateKilobytes = countPrivateKilobytes(process.get());
     held.windows = countWindows(processId);
     held.handles = countHandles(processId);
@@ -127,7 +84,6 @@ ProcessHoldings ProcessHoldings::settled(DWORD processId) {
         Sleep(37); // apart from the beat of the program's own timers, 100 ms
         const ProcessHoldings held = of(processId);
         fewest.handles = std::min(fewest.handles, held.handles);
-        fewest.gdiObjects = std::min(fewest.gdiObjects, held.gdiObjects);
         fewest.windows = std::min(fewest.windows, held.windows);
         fewest.privateKilobytes = std::min(fewest.privateKilobytes, held.privateKilobytes);
     }

@@ -5,7 +5,6 @@
 
 struct ProcessHoldings {
     size_t handles = 0;
-    size_t gdiObjects = 0;
     size_t windows = 0; // children and message-only ones too
     size_t privateKilobytes = 0;
 

@@ -80,36 +80,6 @@ protected:
     std::unique_ptr<VolumePage> page;
 };
 
-// The unlocked left channel alone lets the echo of its volume through.
-TEST_F(VolumePageTest, SlidersMoveEachOther) {
-    const struct {
-        QSlider *slider;
-        bool locked;
-        int value;
-        Levels after;
-        bool followsEcho;
-    } cases[] = {
-        {form.verticalSlider_4, false, 100, {100, 50, 100}, false},
-        {form.horizontalSlider_16, false, 10, {10, 0, 10}, false},
-        {form.verticalSlider_5, false, 60, {80, 60, 80}, true},
-        {form.verticalSlider_7, false, 95, {95, 30, 95}, false},
-        {form.verticalSlider_5, true, 70, {70, 70, 70}, false},
-        {form.verticalSlider_7, true, 20, {20, 20, 20}, false},
-    };
-    for (const auto &c : cases) {
-        SCOPED_TRACE(c.slider->objectName().toStdString() + (c.locked ? " locked" : ""));
-        open({80, 30, 80}, c.locked);
-        recorder.onSetVolume = [&](int32_t) { EXPECT_EQ(volume.volumeSelfSet, !c.followsEcho); };
-        EXPECT_THAT(callsOf(c.slider, c.value), ElementsAre(setTo(c.after.master), kWrite));
-        expectLevels(c.after);
-        recorder.onSetVolume = nullptr;
-        EXPECT_THAT(callsOf(form.verticalSlider_4, 0), ElementsAre(setTo(0), kWrite, kMute));
-        EXPECT_TRUE(shows(form.pushButton_12, "silent-volumeHigh.png"));
-        EXPECT_THAT(callsOf(form.verticalSlider_4, 5), ElementsAre(setTo(5), kWrite, kUnmute, setTo(5)));
-        EXPECT_FALSE(shows(form.pushButton_12, "silent-volumeHigh.png"));
-    }
-}
-
 TEST_F(VolumePageTest, FollowsWindowsWithoutSettingItAgain) {
     open({44, 44, 20});
     EXPECT_THAT(callsOfWindows(0.455f, false), ElementsAre(kWrite)) << "dead band: only the mute state";

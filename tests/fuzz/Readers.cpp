@@ -1,0 +1,112 @@
+// libFuzzer entry: all that reads bytes from outside, under sanitizers. The first byte chooses the reader.
+#include "device/EqCurves.h"
+#include "ui/pages/EqCurveText.h"
+#include "ui/TranslationFile.h"
+#include "update/DownloadBuffer.h"
+#include "update/FtpReply.h"
+#include "update/ServerConfig.h"
+#include "update/UpdateInfo.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+
+namespace {
+
+// How libFuzzer learns that a property does not hold.
+void require(bool condition) {
+    if (!condition)
+        std::abort();
+}
+
+void readReply(const std::string &text) {
+    parseReplyCode(text);
+    isWholeReply(text);
+    const int32_t port = parsePassivePort(text);
+    require(port >= -2 && port <= 65535);
+    parseFileSize(text);
+    parseFileTime(text);
+    portArgument(text, 4711);
+    listsInstaller(updateInformationText(text.data(), text.size()), 4711);
+}
+
+void readConfiguration(const std::string &bytes) {
+    ServerConfigRecord record{};
+    std::copy_n(bytes.begin(), std::min(bytes.size(), record.size()), record.begin());
+    const ServerConfig config = getServerConfig(record);
+    require(config.server.user.size() <= 32 && config.server.password.size() <= 32);
+    makeServerConfig(config, {});
+}
+
+void receive(const std::string &bytes) {
+    DownloadBuffer buffer;
+    const size_t size = bytes.empty() ? 0 : static_cast<uint8_t>(bytes[0]);
+    require(buffer.allocate(size));
+    for (size_t at = 0; at < std::min(size, bytes.size());) {
+        const DownloadBuffer::Room room = buffer.room(50);
+        const size_t count = std::min(room.size, bytes.size() - at);
+        std::memcpy(room.start, bytes.data() + at, count);
+        buffer.fill(count);
+        at += count;
+    }
+    require(std::memcmp(buffer.data(), bytes.data(), std::min(size, bytes.size())) == 0);
+}
+
+// A file image, then what users do with it: an operation, a gain, and which record's name or a new one.
+void useCurves(const std::string &bytes) {
+    EqCurveStore store{};
+    std::memcpy(&store, bytes.data(), std::min(bytes.size(), sizeof store));
+    EqCurves::sanitise(store);
+    for (size_t at = sizeof store; at + 2 < bytes.size(); at += 3) {
+        ExtBlock gains{};
+        std::fill(std::begin(gains.gain), std::end(gains.gain), static_cast<int8_t>(bytes[at + 1]));
+        const auto choice = static_cast<uint8_t>(bytes[at + 2]);
+        const std::u16string name = choice < 128 ? EqCurves::nameOf(store.curve[choice % EqCurves::kCapacity])
+                                                 : std::u16string(choice % 40, choice);
+        const bool known = EqCurves::find(store, name).has_value();
+        const int count = store.count;
+        switch (bytes[at] % 3) {
+        case 0:
+            EqCurves::save(store, name, gains, [](const EqCurveStore &) {});
+            require(store.count == std::min(count + !known, EqCurves::kCapacity));
+            break;
+        case 1:
+            require(EqCurves::remove(store, name) == known && store.count == count - known);
+            break;
+        default:
+            require(EqCurves::recall(store, name, gains) == known && store.count == count);
+        }
+        require(store.current >= 0 && store.current < EqCurves::kCapacity);
+    }
+}
+
+// What can be read can be written and read again.
+void importCurve(const std::string &text) {
+    const EqCurveText::Parsed parsed = EqCurveText::parse(text);
+    if (!parsed.gains)
+        return;
+    ExtBlock block{};
+    std::copy(parsed.gains->begin(), parsed.gains->end(), block.gain);
+    for (const int gain : *parsed.gains)
+        require(gain >= -20 && gain <= 20);
+    require(EqCurveText::parse(EqCurveText::graphicEq(block)).gains == parsed.gains);
+}
+
+void checkTranslation(const std::string &bytes) {
+    // A buffer of its own, so that one byte too far is seen.
+    const std::unique_ptr<char[]> copy(new char[bytes.size()]);
+    std::copy(bytes.begin(), bytes.end(), copy.get());
+    isSoundTranslationFile(copy.get(), bytes.size());
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
+    if (size == 0)
+        return 0;
+    void (*const readers[])(const std::string &) = {readReply, readConfiguration, receive,
+                                                    useCurves, checkTranslation,  importCurve};
+    readers[data[0] % std::size(readers)](std::string(data + 1, data + size));
+    return 0;
+}
