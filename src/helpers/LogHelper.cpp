@@ -8,6 +8,7 @@
 
 #include <cstdarg>
 #include <mutex>
+#include <new>
 #include <windows.h>
 
 namespace {
@@ -167,15 +168,16 @@ UniqueFile openFile(const wchar_t *path, const wchar_t *mode) {
 
 void LogWrite(const char *sourceFile, uint32_t line, const char *function, bool isTrace,
               const wchar_t *format, ...) {
-    initialiseOnce();
-    const Settings use = currentSettings();
-    if (isTrace && !use.traceEnabled)
-        return;
     va_list arguments;
     va_start(arguments, format);
-    const std::wstring message = formatted(format, arguments);
+    try {
+        initialiseOnce();
+        const Settings use = currentSettings();
+        if (!isTrace || use.traceEnabled)
+            writeLine(use, sourceFile, line, function, isTrace, formatted(format, arguments));
+    } catch (const std::bad_alloc &) { // the line is lost, as with any other failure
+    }
     va_end(arguments);
-    writeLine(use, sourceFile, line, function, isTrace, message);
 }
 
 void LogConfigure(FILE *stream, bool traceEnabled, bool noPrefix, bool consoleColours) {
@@ -197,7 +199,8 @@ void LogReset() {
 }
 
 std::wstring LogFilePath() {
-    return temporaryFolder() + L"QorSoundKit.log";
+    const std::wstring folder = temporaryFolder();
+    return folder.empty() ? folder : folder + L"QorSoundKit.log";
 }
 
 bool LogLevelEnabled(int32_t level) {

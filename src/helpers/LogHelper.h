@@ -17,6 +17,7 @@ void LogWrite(const char *sourceFile, uint32_t line, const char *function, bool 
 // Log to an already open stream (flushed, never closed) or to the file (null), with the given switches.
 void LogConfigure(FILE *stream, bool traceEnabled, bool noPrefix, bool consoleColours);
 void LogReset();
+// Empty when there is no temporary folder; then lines are lost.
 std::wstring LogFilePath();
 
 // Window of trace levels from the registry; equal bounds enable exactly that level.

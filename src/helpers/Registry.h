@@ -57,8 +57,8 @@ struct KeyInfo {
 };
 KeyInfo QueryKeyInfo(std::wstring keyPath);
 
-// Adds full access for BUILTIN\Administrators to the key's DACL, inherited by sub keys. A key without a DACL, which
-// everybody may write, stays as it is.
+// Adds full access for BUILTIN\Administrators to the key's DACL, inherited by sub keys. A key without a DACL,
+// which everybody may write, stays as it is.
 void EnsureWritable(std::wstring keyPath);
 // Makes BUILTIN\Administrators the key's owner; needs "SeTakeOwnershipPrivilege".
 void TakeOwnership(std::wstring keyPath);
