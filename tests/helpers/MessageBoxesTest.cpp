@@ -2,9 +2,8 @@
 #include "helpers/MessageBoxes.h"
 #include "support/BoxAnswerer.h"
 
+#include <functional>
 #include <gtest/gtest.h>
-
-#include <clocale>
 
 static LCID userLocale = 1033;
 extern "C" LCID WINAPI fakeUserLocale() __asm__("GetUserDefaultLCID");
@@ -17,54 +16,42 @@ extern "C" LCID WINAPI fakeUserLocale() {
 
 namespace {
 
-template<typename Call>
-BoxAnswerer::Box shown(Call call, size_t button = 0, int result = IDOK) {
-    BoxAnswerer answerer(button);
-    EXPECT_EQ(call(), result);
-    return answerer.box();
-}
-
-TEST(MessageBoxes, ShowsTextTitleAndButtonsWithoutOwner) {
+TEST(MessageBoxes, ShowTheChosenTextTitleAndButtonsWithoutOwner) {
+    const auto byLocale = [](LCID locale) {
+        return [=] {
+            userLocale = locale;
+            return ShowMessageByLocale(L"en", L"中文", L"t", MB_OK);
+        };
+    };
+    const auto byFlag = [](bool english) {
+        return [=] { return ShowMessageByFlag(L"en", L"中文", L"t", english, MB_OK); };
+    };
     const struct {
+        std::function<int()> show;
         const wchar_t *text, *title;
-        unsigned flags;
-        size_t button, buttonCount;
-        int result;
-        const wchar_t *shownTitle;
+        size_t buttonCount = 1, clicked = 0;
+        int result = IDOK;
     } cases[] = {
-        {L"install driver FAILED", nullptr, MB_OK, 0, 1, IDOK, L"Error"}, // the system's own title
-        {L"  找不到设备", L"温馨提示", MB_OK, 0, 1, IDOK, L"温馨提示"},
-        {L"发现新版本，下载请按OK键", L"Download", MB_OKCANCEL, 1, 2, IDCANCEL, L"Download"},
+        {[] { return ShowMessage(QStringLiteral("  找不到设备"), L"温馨提示", MB_OK); }, L"  找不到设备",
+         L"温馨提示"},
+        {[] { return ShowMessage(QStringLiteral("sure?"), L"t", MB_OKCANCEL); }, L"sure?", L"t", 2, 1,
+         IDCANCEL},
+        {[] { return ShowNumber(-16777216.5f), IDOK; }, L"-16777216.000", L"Error"}, // the system's own title
+        {byFlag(true), L"en", L"t"},
+        {byFlag(false), L"中文", L"t"},
+        {byLocale(2052), L"中文", L"t"},
+        {byLocale(1028), L"en", L"t"},    // another Chinese locale
+        {byLocale(0x10804), L"en", L"t"}, // 2052 with another sort order
     };
     for (const auto &c : cases) {
-        const auto box = shown([&] { return ShowMessage(QString::fromWCharArray(c.text), c.title, c.flags); },
-                               c.button, c.result);
+        BoxAnswerer answerer(c.clicked);
+        EXPECT_EQ(c.show(), c.result);
+        const BoxAnswerer::Box &box = answerer.box();
         EXPECT_EQ(box.text, c.text);
-        EXPECT_EQ(box.title, c.shownTitle);
+        EXPECT_EQ(box.title, c.title);
         EXPECT_EQ(box.buttons.size(), c.buttonCount);
         EXPECT_EQ(box.owner, nullptr);
     }
-}
-
-TEST(MessageBoxes, ChoosesTheTextByFlagOrByTheUsersLocale) {
-    for (const bool english : {true, false})
-        EXPECT_EQ(shown([=] { return ShowMessageByFlag(L"en", L"中文", L"t", english, MB_OK); }).text,
-                  english ? L"en" : L"中文");
-    // 1028 is another Chinese locale; 0x10804 is 2052 with another sort order.
-    for (const LCID locale : {LCID{2052}, LCID{1028}, LCID{1033}, LCID{0x10804}}) {
-        userLocale = locale;
-        EXPECT_EQ(shown([] { return ShowMessageByLocale(L"en", L"中文", L"t", MB_OK); }).text,
-                  locale == 2052 ? L"中文" : L"en")
-            << locale;
-    }
-}
-
-TEST(MessageBoxes, ShowsNumbersWithThreeDecimalsAndAPoint) {
-    std::setlocale(LC_ALL, "German");
-    for (const auto &[value, text] :
-         {std::pair{1.0005f, L"1.000"}, {-0.5f, L"-0.500"}, {16777216.f, L"16777216.000"}})
-        EXPECT_EQ(shown([v = value] { return ShowNumber(v), IDOK; }).text, text);
-    std::setlocale(LC_ALL, "C");
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 #include "hid/FirmwarePage.h"
 #include "support/DeviceRecorder.h"
 
-#include <functional>
 #include <gmock/gmock.h>
 #include <QCoreApplication>
 #include <QDir>
@@ -10,6 +9,7 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <utility>
 #include <windows.h>
 
 namespace {
@@ -28,16 +28,9 @@ struct Panel {
     FirmwarePage page{window, {&path, &browse, &dongle, &earphone, &status, &progress}};
 };
 
-class FirmwarePageTest : public testing::Test {
-protected:
-    void SetUp() override { recorder.reset(); }
-
-    DeviceRecorder &recorder = DeviceRecorder::instance();
-    Panel panel;
-};
-
-TEST_F(FirmwarePageTest, AStartDisablesBothButtonsAndEndsTheDeviceMonitor) {
+TEST(FirmwarePage, AStartDisablesBothButtonsAndEndsTheDeviceMonitor) {
     for (QPushButton Panel::*const button : {&Panel::dongle, &Panel::earphone}) {
+        DeviceRecorder &recorder = DeviceRecorder::instance();
         recorder.reset();
         Panel started;
         started.path.setText(QStringLiteral("no such file"));
@@ -55,7 +48,7 @@ TEST_F(FirmwarePageTest, AStartDisablesBothButtonsAndEndsTheDeviceMonitor) {
     }
 }
 
-TEST_F(FirmwarePageTest, StagesAreShownThroughTheEventLoop) {
+TEST(FirmwarePage, StagesAreShownThroughTheEventLoop) {
     const struct {
         uint32_t stage;
         int32_t value;
@@ -68,43 +61,37 @@ TEST_F(FirmwarePageTest, StagesAreShownThroughTheEventLoop) {
         {6, 50, "write flash END ", 37}, {7, 50, "", 37},
         {0, 50, "start progressing", 0},
     };
+    Panel panel;
+    const auto shown = [&] { return std::pair(panel.status.text(), panel.progress.value()); };
     for (const auto &step : steps) {
-        const QString statusBefore = panel.status.text();
-        const int progressBefore = panel.progress.value();
+        const auto before = shown();
         EXPECT_EQ(reportUpgradeStage(*panel.page.link(), step.value, step.stage), 0u);
-        EXPECT_EQ(panel.status.text(), statusBefore) << "must be queued";
-        EXPECT_EQ(panel.progress.value(), progressBefore);
+        EXPECT_EQ(shown(), before) << "must be queued";
         QCoreApplication::processEvents();
-        EXPECT_EQ(panel.status.text(), QString::fromLatin1(step.status)) << step.stage;
-        EXPECT_EQ(panel.progress.value(), step.progress) << step.stage;
+        EXPECT_EQ(shown(), std::pair(QString::fromLatin1(step.status), step.progress)) << step.stage;
     }
 }
 
-TEST_F(FirmwarePageTest, BrowsingPutsTheChosenFileIntoThePath) {
+TEST(FirmwarePage, BrowsingPutsTheChosenFileIntoThePath) {
     const QTemporaryDir folder;
-    const QString file = folder.filePath(QStringLiteral("固件.bin"));
-    QFile(file).open(QIODevice::WriteOnly);
+    const QString chosen = folder.filePath(QStringLiteral("固件.bin"));
+    QFile(chosen).open(QIODevice::WriteOnly);
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs); // Qt's own can be looked into
-    const auto browse = [this](const std::function<void(QFileDialog &)> &answer) {
-        QTimer::singleShot(200, &panel.window, [this, answer] {
+    Panel panel;
+    for (const QString &file : {chosen, QString()}) { // cancelling empties the field
+        QTimer::singleShot(0, &panel.window, [&] {
             auto *dialog = panel.window.findChild<QFileDialog *>();
             ASSERT_NE(dialog, nullptr) << "no dialog, or not one of the window's";
             EXPECT_EQ(dialog->windowTitle(), QStringLiteral("select file to save setting"));
             EXPECT_EQ(dialog->directory().path(), QDir::currentPath());
             EXPECT_EQ(dialog->nameFilters().join(QStringLiteral(";;")),
                       QStringLiteral("binary file(*.bin);;all file(*.*)"));
-            answer(*dialog);
+            dialog->selectFile(file);
+            QMetaObject::invokeMethod(dialog, file.isEmpty() ? "reject" : "accept");
         });
         panel.browse.click();
-        return panel.path.text();
-    };
-    EXPECT_EQ(browse([&](QFileDialog &dialog) {
-                  dialog.selectFile(file);
-                  QMetaObject::invokeMethod(&dialog, "accept");
-              }),
-              file);
-    EXPECT_EQ(browse([](QFileDialog &dialog) { dialog.reject(); }), QString())
-        << "cancelling empties the field";
+        EXPECT_EQ(panel.path.text(), file);
+    }
 }
 
 } // namespace
