@@ -18,7 +18,7 @@ TEST(EqCurveText, TakesWhatOtherProgramsWrite) {
         // Points on the bands, between them (a third of the way from 250 to 2000 in octaves) and beside them.
         {"GraphicEQ: 25 0; 40 1.5; 100 -3; 250 0; 2000 9; 8000 -40; 16000 40.4",
          {1, 0, -2, 0, 3, 6, 9, -16, -20, 20}},
-        {"\xEF\xBB\xBFPreamp: -6.1 dB\r\nGraphicEQ:16000 -2.5;\t1000 +2.5 ;1000 2.4\r\n",
+        {"\xEF\xBB\xBFGraphicEQ:16000 -2.5;\t1000 +2.5 ;1000 2.4\r\nPreamp: -6.1 dB\r\n",
          {2, 2, 2, 2, 2, 2, 1, 0, -1, -3}},
         {"GraphicEQ: 500 3\nGraphicEQ: 20 1e1; 20000 10;", {13, 13, 13, 13, 13, 13, 13, 13, 13, 13}},
         // A headphone correction.
