@@ -49,6 +49,25 @@ function(qor_dist_compiler_runtime)
     endforeach()
 endfunction()
 
+# Notices and texts of what is delivered with the program but not ours, from the packages that it was built with.
+function(qor_dist_licenses)
+    set(folder "${QOR_DIST_DIR}/licenses")
+    foreach(entry IN ITEMS
+            "${CMAKE_SOURCE_DIR}/packaging/licenses.txt>README.txt"
+            "/usr/share/doc/qtbase5-dev-tools/copyright>Qt.txt"
+            "/usr/share/doc/gcc-mingw-w64-base/copyright>libgcc-libstdc++.txt"
+            "/usr/share/doc/mingw-w64-x86-64-dev/copyright>winpthreads.txt"
+            "/usr/share/common-licenses/LGPL-3>LGPL-3.txt"
+            "/usr/share/common-licenses/GPL-3>GPL-3.txt")
+        string(REPLACE ">" ";" entry "${entry}")
+        list(GET entry 0 source)
+        list(GET entry 1 name)
+        add_custom_command(OUTPUT "${folder}/${name}"
+            COMMAND "${CMAKE_COMMAND}" -E copy "${source}" "${folder}/${name}" DEPENDS "${source}" VERBATIM)
+        set_property(GLOBAL APPEND PROPERTY QOR_DIST_FILES "${folder}/${name}")
+    endforeach()
+endfunction()
+
 # qor_deploy(TARGET): adds the target "dist" for the panel's executable, with the simulated headset and the
 # translations (global property QOR_QM_FILES, made by the target "translations").
 function(qor_deploy executable)
@@ -61,6 +80,7 @@ function(qor_deploy executable)
     qor_dist_qt(plugins/styles qwindowsvistastyle.dll)
     qor_dist_qt(plugins/imageformats qico.dll)
     qor_dist_compiler_runtime()
+    qor_dist_licenses()
 
     get_property(translations GLOBAL PROPERTY QOR_QM_FILES)
     qor_dist_files(translations ${translations})
