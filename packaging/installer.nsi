@@ -59,6 +59,7 @@ VIAddVersionKey LegalCopyright ""
 !define MUI_TEXTCOLOR FFFFFF
 !define MUI_FORCECLASSICCONTROLS ; those of Windows' theme stay black on the dark ground
 !define MUI_ABORTWARNING
+!define MUI_WELCOMEPAGE_TEXT "$(Welcome)"
 !insertmacro MUI_PAGE_WELCOME
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
@@ -69,6 +70,10 @@ VIAddVersionKey LegalCopyright ""
 !insertmacro MUI_LANGUAGE "English"
 !insertmacro MUI_LANGUAGE "SimpChinese"
 
+SetFont /LANG=${LANG_SIMPCHINESE} "Microsoft YaHei" 9 ; the panel's own; NSIS would take SimSun
+
+LangString Welcome ${LANG_ENGLISH} "This installs ${PRODUCT} ${VERSION}, the control panel of your headset.$\n$\nA panel that is running is ended first. Your settings and equalizer curves stay as they are.$\n$\nClick Next to continue."
+LangString Welcome ${LANG_SIMPCHINESE} "即将安装耳机控制面板 ${PRODUCT} ${VERSION}。$\n$\n正在运行的面板会先自动退出，您的设置和均衡器曲线都会保留。$\n$\n单击“下一步”继续。"
 LangString InUse ${LANG_ENGLISH} "This file is in use:$\n$\n$LockedFile$\n$\nClose the program that uses it and try again. Nothing has been changed so far."
 LangString InUse ${LANG_SIMPCHINESE} "文件正在使用中：$\n$\n$LockedFile$\n$\n请关闭使用它的程序后重试。目前尚未作任何更改。"
 LangString NoBackup ${LANG_ENGLISH} "The installed package could not be kept for the update check."
