@@ -41,4 +41,29 @@ package() {
         --quick "$@" >"$work/$name.log" 2>&1 || { cat "$work/$name.log" >&2; die "the package \"$name\" was not built"; }
 }
 
+# window NAME: sets ID, X, Y, W, H of the visible window of that title.
+window() {
+    local geometry
+    for ID in $(xdotool search --onlyvisible --name "^$1\$" 2>/dev/null); do
+        geometry=$(xdotool getwindowgeometry "$ID" 2>/dev/null) || continue
+        [[ $geometry =~ Position:\ (-?[0-9]+),(-?[0-9]+).*Geometry:\ ([0-9]+)x([0-9]+) ]] || continue
+        X=${BASH_REMATCH[1]} Y=${BASH_REMATCH[2]} W=${BASH_REMATCH[3]} H=${BASH_REMATCH[4]}
+        [ "$W" -lt 50 ] || return 0
+    done
+    return 1
+}
+
+fail() { # leaves a picture of the screen in QORSOUND_PICTURE, when that is set
+    import -silent -window root "${QORSOUND_PICTURE:-$work/screen.png}" || true
+    die "$1"
+}
+
+# start_panel: the installed panel, up to its window; sets panel to its process id.
+start_panel() {
+    (cd "$INSTALLED" && exec "$WINE" ./QorSoundKit.exe) </dev/null >"$work/panel.log" 2>&1 &
+    panel=$!
+    started+=("$panel")
+    wait_for 60 window 'QorSound Kit' || fail "the panel's window did not appear"
+}
+
 start_display
