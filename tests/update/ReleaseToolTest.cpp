@@ -38,10 +38,15 @@ protected:
 // What goes well is in update_round_test.sh, whose packages this tool makes.
 TEST_F(ReleaseTool, WrongSettingsAreNamed) {
     const std::pair<std::string, std::string> rows[] = {
-        {"address = 1.2.3.4.5", "not a dotted IPv4 address"},
-        {"address = 1.2.3.4\nport = 65536", "line 2: \"65536\" is not a number from 0 to 65535"},
+        {"address = 1.2.3.4.5", "line 1: address \"1.2.3.4.5\" is not a dotted IPv4 address"},
+        {"address = 1.2.3.4\nport = 65536", "line 2: \"65536\" is not a number from 1 to 65535"},
+        {"address = 1.2.3.4\nport = 0", "line 2: \"0\" is not a number"},
         {"address = 1.2.3.4\nserver = x", "line 2: unknown setting \"server\""},
-        {"address = 1.2.3.4\nuser = " + std::string(33, 'u'), "user does not fit in 32 bytes"},
+        {"address = 1.2.3.4\n\nuser = " + std::string(33, 'u'), "line 3: user does not fit in 32 bytes"},
+        {"address = 1.2.3.4\nkey = 0123456789abcdeg", "line 2: the key is not 16 hexadecimal digits"},
+        {"address = 1.2.3.4\nuser", "line 2: expected name = value"},
+        {"address = 1.2.3.4\naddress = 1.2.3.4", "line 2: \"address\" stands there a second time"},
+        {"# address = 1.2.3.4\n", "there is no address"},
     };
     for (const auto &[text, message] : rows) {
         EXPECT_EQ(run({"netcfg", write("settings.txt", text), folder_ / "a.fsc"}), 1) << text;
@@ -56,10 +61,10 @@ TEST_F(ReleaseTool, CheckFindsWhatThePanelWouldNotTake) {
     EXPECT_EQ(run({"updateinfo", information, first, folder_ / "missing.exe"}), 1);
     EXPECT_FALSE(fs::exists(information));
     ASSERT_EQ(run({"updateinfo", information, first, second}), 0) << errors_;
-    const fs::path settings = write("settings.txt", "# a comment\n"
+    const fs::path settings = write("settings.txt", "\xEF\xBB\xBF# a comment\n"
                                                     "address = 192.0.2.10\r\n\n"
                                                     "port=2121\n"
-                                                    "password = with blank = and equals\n"
+                                                    "password = with blank = # and equals\n"
                                                     "reserved = 4294967295\n");
     ASSERT_EQ(run({"netcfg", settings, configuration}), 0) << errors_;
     EXPECT_EQ(run({"check", configuration, information, first, second}), 0) << errors_;
@@ -67,10 +72,11 @@ TEST_F(ReleaseTool, CheckFindsWhatThePanelWouldNotTake) {
                                    "reserved 4294967295\n2 installers are listed"));
     EXPECT_EQ(run({"check", configuration, information, write("third.exe", "b")}), 1);
     EXPECT_THAT(output_, HasSubstr("third.exe is NOT listed"));
-    EXPECT_EQ(run({"check", configuration, write("upper.dat", "setup.exe:crc=0x0000000A")}), 1);
-    EXPECT_THAT(errors_, HasSubstr("lower-case"));
+    EXPECT_EQ(run({"check", configuration, write("upper.dat", "\nsetup.exe:crc=0x0000000A")}), 1);
+    EXPECT_THAT(errors_, HasSubstr("line 2: not eight lower-case"));
     write("a.fsc", read("a.fsc").replace(50, 7, "damaged"));
     EXPECT_EQ(run({"check", configuration, information}), 1);
+    EXPECT_THAT(errors_, HasSubstr("is damaged (CRC)"));
 }
 
 } // namespace

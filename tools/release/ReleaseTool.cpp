@@ -5,6 +5,7 @@
 #include "update/ServerConfig.h"
 #include "update/UpdateInfo.h"
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <ostream>
@@ -20,7 +21,8 @@ constexpr char kHelp[] = R"(Files that the panel's software update reads.
   qor_release netcfg SETTINGS FILE
       Writes the server configuration (qor_netcfg.fsc of the installation folder) from a text of lines
       "name = value": address (dotted IPv4), port (21), user, password, folder (on the server), reserved (a
-      32-bit number, 0), key (16 hexadecimal digits; random where it is missing). "#" starts a comment.
+      32-bit number, 0), key (16 hexadecimal digits; random where it is missing). A line that begins with "#" is a
+      comment.
 
   qor_release updateinfo FILE INSTALLER...
       Writes the update information (qor_updateinfo.dat on the server) that lists these installers by their CRC.
@@ -111,6 +113,10 @@ void checkConfiguration(const fs::path &file, std::ostream &out) {
         << ", folder \"" << config.folder << "\", reserved " << config.reserved << "\n";
 }
 
+std::ptrdiff_t lineOf(const std::string &bytes, size_t at) {
+    return 1 + std::count(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(at), '\n');
+}
+
 std::wstring checkInformation(const fs::path &file, std::ostream &out) {
     const std::string bytes = readFile(file);
     const std::wstring text = updateInformationText(bytes.data(), bytes.size());
@@ -124,7 +130,8 @@ std::wstring checkInformation(const fs::path &file, std::ostream &out) {
         if (digits.size() == 8 && digits.find_first_not_of("0123456789abcdef") == std::string::npos)
             ++entries;
         else
-            throw std::runtime_error(shown(file) + ": an entry has not eight lower-case hexadecimal digits");
+            throw std::runtime_error(shown(file) + ": line " + std::to_string(lineOf(bytes, at)) +
+                                     ": not eight lower-case hexadecimal digits");
     }
     if (entries == 0)
         throw std::runtime_error(shown(file) + " lists no installer");

@@ -3,9 +3,12 @@
 #include <charconv>
 #include <istream>
 #include <random>
+#include <set>
 #include <stdexcept>
 
 namespace {
+
+const std::string kByteOrderMark = "\xEF\xBB\xBF"; // as some editors put in front of UTF-8
 
 std::string trimmed(const std::string &text) {
     const char *const blanks = " \t\r";
@@ -13,11 +16,12 @@ std::string trimmed(const std::string &text) {
     return start == std::string::npos ? "" : text.substr(start, text.find_last_not_of(blanks) + 1 - start);
 }
 
-uint32_t parseNumber(const std::string &text, uint32_t largest) {
+uint32_t parseNumber(const std::string &text, uint32_t smallest, uint32_t largest) {
     uint32_t number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size() || number > largest)
-        throw std::invalid_argument("\"" + text + "\" is not a number from 0 to " + std::to_string(largest));
+    if (error != std::errc() || end != text.data() + text.size() || number < smallest || number > largest)
+        throw std::invalid_argument("\"" + text + "\" is not a number from " + std::to_string(smallest) +
+                                    " to " + std::to_string(largest));
     return number;
 }
 
@@ -46,7 +50,7 @@ void apply(ReleaseSettings &settings, const std::string &name, const std::string
     if (name == "address")
         settings.config.server.address = value;
     else if (name == "port")
-        settings.config.server.port = parseNumber(value, 65535);
+        settings.config.server.port = parseNumber(value, 1, 65535);
     else if (name == "user")
         settings.config.server.user = value;
     else if (name == "password")
@@ -54,7 +58,7 @@ void apply(ReleaseSettings &settings, const std::string &name, const std::string
     else if (name == "folder")
         settings.config.folder = value;
     else if (name == "reserved")
-        settings.config.reserved = parseNumber(value, UINT32_MAX);
+        settings.config.reserved = parseNumber(value, 0, UINT32_MAX);
     else if (name == "key")
         settings.key = parseKey(value);
     else
@@ -66,8 +70,12 @@ void apply(ReleaseSettings &settings, const std::string &name, const std::string
 ReleaseSettings readSettings(std::istream &text) {
     ReleaseSettings settings;
     settings.key = randomKey();
+    settings.config.server.address = "0.0.0.0";
+    std::set<std::string> names;
     std::string line;
     for (int number = 1; std::getline(text, line); ++number) {
+        if (number == 1 && line.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0)
+            line.erase(0, kByteOrderMark.size());
         line = trimmed(line);
         if (line.empty() || line.front() == '#')
             continue;
@@ -75,12 +83,16 @@ ReleaseSettings readSettings(std::istream &text) {
             const size_t equals = line.find('=');
             if (equals == std::string::npos)
                 throw std::invalid_argument("expected name = value");
-            apply(settings, trimmed(line.substr(0, equals)), trimmed(line.substr(equals + 1)));
+            const std::string name = trimmed(line.substr(0, equals));
+            if (!names.insert(name).second)
+                throw std::invalid_argument("\"" + name + "\" stands there a second time");
+            apply(settings, name, trimmed(line.substr(equals + 1)));
+            makeServerConfig(settings.config, settings.key); // throws for what does not fit
         } catch (const std::invalid_argument &error) {
             throw std::invalid_argument("line " + std::to_string(number) + ": " + error.what());
         }
     }
-    if (settings.config.server.address.empty())
+    if (names.count("address") == 0)
         throw std::invalid_argument("there is no address");
     return settings;
 }

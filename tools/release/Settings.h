@@ -1,5 +1,5 @@
-// The plain text from which the server configuration is made: lines "name = value", "#" starts a comment
-// line.
+// The plain text from which the server configuration is made: lines "name = value"; a line that begins with
+// "#" is a comment.
 #pragma once
 
 #include "update/ServerConfig.h"
@@ -12,6 +12,6 @@ struct ReleaseSettings {
     std::array<uint8_t, 8> key{}; // random where the text names none
 };
 
-// Throws std::invalid_argument with the line's number for what cannot be understood, and for a missing
-// address.
+// Throws std::invalid_argument, with the line's number for a line that cannot be understood or does not fit
+// into the configuration, and for a missing address.
 ReleaseSettings readSettings(std::istream &text);
