@@ -9,7 +9,9 @@ shift 2
 runtime=$(dirname "$(x86_64-w64-mingw32-g++-posix -print-file-name=libstdc++-6.dll)")
 WINEPATH="$(windows_path "$(qt_dir)/bin");$(windows_path "$runtime");$(windows_path /usr/x86_64-w64-mingw32/lib)"
 export WINEPATH WINEQT_FORCE_STDERR_LOGGING=1
-[ "$mode" != gui ] || start_display
+# QORSOUND_SCREEN: the arguments of start_display.
+# shellcheck disable=SC2086
+[ "$mode" != gui ] || start_display ${QORSOUND_SCREEN:-}
 
 code=0
 timeout -k 10 "${QORSOUND_TEST_TIMEOUT:-580}" "$WINE" "$program" "$@" </dev/null || code=$?

@@ -25,9 +25,14 @@ trap 'exit 130' INT TERM
 wine_environment
 copy_prefix "$WINEPREFIX"
 
-# start_display: a display in memory that holds the panel's window; sets DISPLAY.
+# start_display [WIDTHxHEIGHT [DPI [TASKBAR]]]: a display in memory that holds the panel's window; sets DISPLAY. Before
+# the first program of the prefix. TASKBAR: height in pixels of what Windows keeps for itself at the bottom.
 start_display() {
-    Xvfb -displayfd 5 -screen 0 1400x1000x24 5>"$work/display" >/dev/null 2>&1 &
+    local size=${1:-1400x1000} dpi=${2:-96} taskbar=${3:-0}
+    [ "$dpi" = 96 ] || sed -i "/^\[Control Panel..Desktop\]/{n;a\\
+\"LogPixels\"=dword:$(printf %08x "$dpi")
+}" "$WINEPREFIX/user.reg"
+    Xvfb -noreset -displayfd 5 -screen 0 "${size}x24" 5>"$work/display" >/dev/null 2>&1 &
     local server=$!
     started+=("$server")
     until [ -s "$work/display" ]; do
@@ -36,4 +41,6 @@ start_display() {
     done
     DISPLAY=:$(cat "$work/display")
     export DISPLAY
+    [ "$taskbar" = 0 ] || xprop -root -f _NET_WORKAREA 32c \
+        -set _NET_WORKAREA "0, 0, ${size%x*}, $((${size#*x} - taskbar))"
 }

@@ -1,0 +1,103 @@
+// The panel on the screen that the test runs on: its place, and that each page and the close button can be
+// reached.
+#include "program/FormMap.h"
+#include "program/Panel.h"
+#include "ui/ScreenScale.h"
+#include "ui/WindowFit.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+
+namespace {
+
+const WindowFit kForm = fitWindow(WindowFit::kFullHeight);
+
+RECT frameOf(HWND window) {
+    RECT frame{};
+    GetWindowRect(window, &frame);
+    return frame;
+}
+
+std::vector<uint32_t> pixels(const RECT &area) {
+    const int width = area.right - area.left;
+    const int height = area.bottom - area.top;
+    BITMAPINFO info{};
+    info.bmiHeader = {sizeof info.bmiHeader, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    const HDC screen = GetDC(nullptr);
+    const HDC memory = CreateCompatibleDC(screen);
+    void *bits = nullptr;
+    const HBITMAP bitmap = CreateDIBSection(screen, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    const HGDIOBJ before = SelectObject(memory, bitmap);
+    BitBlt(memory, 0, 0, width, height, screen, area.left, area.top, SRCCOPY);
+    const auto *first = static_cast<const uint32_t *>(bits);
+    std::vector<uint32_t> copy(first, first + width * height);
+    DeleteObject(SelectObject(memory, before));
+    DeleteDC(memory);
+    ReleaseDC(nullptr, screen);
+    return copy;
+}
+
+class ScreenTest : public testing::Test {
+protected:
+    void SetUp() override {
+        Panel::prepare();
+        panel.start();
+        ASSERT_TRUE(panel.waitForWindow());
+        MONITORINFO info{};
+        info.cbSize = sizeof info;
+        GetMonitorInfoW(MonitorFromWindow(panel.window(), MONITOR_DEFAULTTOPRIMARY), &info);
+        work = info.rcWork;
+        const HDC screen = GetDC(nullptr);
+        scale =
+            chooseScale({work.right - work.left, work.bottom - work.top, GetDeviceCaps(screen, LOGPIXELSX)});
+        ReleaseDC(nullptr, screen);
+        fit = fitWindow(static_cast<int>((work.bottom - work.top) / scale));
+    }
+
+    POINT scaled(POINT place) const { return {std::lround(place.x * scale), std::lround(place.y * scale)}; }
+
+    // In the window on this screen.
+    POINT navigationButton(const std::string &name) {
+        POINT place = map.centreOf(name.c_str());
+        if (place.y > kForm.otherTop)
+            place.y += fit.otherTop + fit.upgradeTop - kForm.otherTop - kForm.upgradeTop;
+        else if (place.y > kForm.microphoneTop)
+            place.y += fit.microphoneTop - kForm.microphoneTop;
+        return scaled(place);
+    }
+
+    // What the page's part of the screen shows.
+    std::vector<uint32_t> page() const {
+        const RECT frame = frameOf(panel.window());
+        const POINT from = scaled({250, 100});
+        const POINT to = scaled({1000, 560});
+        return pixels({frame.left + from.x, frame.top + from.y, frame.left + to.x, frame.top + to.y});
+    }
+
+    FormMap map;
+    Panel panel;
+    RECT work{};
+    double scale = 1;
+    WindowFit fit{};
+};
+
+TEST_F(ScreenTest, WindowFitsAndEveryPageAndTheCloseButtonCanBeReached) {
+    const RECT frame = frameOf(panel.window());
+    EXPECT_EQ(std::lround(WindowFit::kFullWidth * scale), frame.right - frame.left);
+    EXPECT_EQ(std::lround(fit.height * scale), frame.bottom - frame.top);
+    EXPECT_TRUE(frame.left >= work.left && frame.top >= work.top && frame.right <= work.right &&
+                frame.bottom <= work.bottom)
+        << frame.left << ',' << frame.top << " to " << frame.right << ',' << frame.bottom;
+
+    for (const char *button : {"bt_y2", "bt_y3", "bt_y4", "bt_y6", "bt_y8", "bt_y9", "bt_y11", "bt_y0"}) {
+        const std::vector<uint32_t> before = page();
+        EXPECT_TRUE(waitUntil([&] {
+            panel.click(navigationButton(button));
+            return page() != before;
+        })) << button;
+    }
+    panel.click(scaled(map.centreOf("pushButton")));
+    EXPECT_TRUE(waitUntil([&] { return !IsWindowVisible(panel.window()); }));
+}
+
+} // namespace
