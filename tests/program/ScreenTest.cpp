@@ -5,11 +5,13 @@
 #include "ui/ScreenScale.h"
 #include "ui/WindowFit.h"
 
+#include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
 
 namespace {
 
+constexpr int kMuteAboveEnd = 69; // the strip's mute button, once all is scrolled
 const WindowFit kForm = fitWindow(WindowFit::kFullHeight);
 
 RECT frameOf(HWND window) {
@@ -95,6 +97,17 @@ TEST_F(ScreenTest, WindowFitsAndEveryPageAndTheCloseButtonCanBeReached) {
             panel.click(navigationButton(button));
             return page() != before;
         })) << button;
+    }
+    if (fit.scrolls) { // to the status strip's end, by a click below the handle of the scroll bar
+        panel.click(scaled({1055, fit.height - 2}));
+        const POINT mute{map.centreOf("pushButton_13").x, fit.height - kMuteAboveEnd};
+        EXPECT_TRUE(waitUntil([&] {
+            panel.click(scaled(mute));
+            const std::vector<std::string> calls = panel.ownJournal();
+            return std::any_of(calls.begin(), calls.end(), [](const std::string &call) {
+                return call.rfind("_SetMasterMute(1", 0) == 0;
+            });
+        }));
     }
     panel.click(scaled(map.centreOf("pushButton")));
     EXPECT_TRUE(waitUntil([&] { return !IsWindowVisible(panel.window()); }));
