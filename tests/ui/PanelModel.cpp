@@ -74,8 +74,12 @@ PanelModel::PanelModel(const World &start)
     if (system.head.monitoringOn)
         followMonitoring();
     calls.push_back("_exec_usb_encrypt(0, 0, 0, 0)");
-    fieldMaster_ = speakerLevel(sound.speakerLevel[0]);
+    showSoundField();
     noiseShown_ = percent(system.head.noiseLevel);
+}
+
+void PanelModel::showSoundField() {
+    fieldMaster_ = speakerLevel(sound.speakerLevel[0]);
     fieldButton_ = sound.fieldAngleMode <= 4 ? sound.fieldAngleMode : 0;
 }
 
@@ -230,9 +234,10 @@ void PanelModel::usePreset() {
 // another.
 void PanelModel::sendGains() {
     write(3);
-    if (std::memcmp(&sound, &world.device.sound, sizeof sound) != 0)
-        fieldMaster_ = speakerLevel(world.device.sound.speakerLevel[0]);
-    sound = world.device.sound;
+    if (std::memcmp(&sound, &world.device.sound, sizeof sound) != 0) {
+        sound = world.device.sound;
+        showSoundField();
+    }
 }
 
 bool PanelModel::takeCurve(const Input &input, const std::u16string &name) {

@@ -101,6 +101,7 @@ private:
     void recallCurve(int index);
     void saveCurve(int index, const std::u16string &name);
     void deleteCurve(int index);
+    void showSoundField();
     void setAllLevels(int level);
     void stepLevels(int step);
     void setVoiceLevel(int level);
