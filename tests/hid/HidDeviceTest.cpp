@@ -82,7 +82,6 @@ TEST_F(HidDeviceTest, ChoosesByVendorProductInterfaceAndReport) {
         {"other product", 0x040B, 0xF778, 3, 2, nullptr},
         {"more than 16 bits", 0x1040B, 0xF779, 3, 2, nullptr},
         {"hexadecimal interface", 0x1234, 0x5678, 10, 2, &hexadecimal},
-        {"its digits as decimal ones", 0x1234, 0x5678, 0x10, 2, nullptr},
         {"interface 0 with a report", 0x040B, 0xF779, 0, 2, &interface0},
         {"interface 0 and report 0", 0x040B, 0xF779, 0, 0, nullptr},
     };
@@ -180,13 +179,10 @@ TEST_F(HidDeviceTest, DropsTheBacklogOfReports) {
 
 TEST_F(HidDeviceTest, UnpluggedInTheMiddleOfARead) {
     for (const uint32_t timeoutMs : {0u, 60000u}) {
-        std::atomic<int> result{-1};
-        std::thread reader([&] { result = static_cast<int>(read(timeoutMs)); });
-        Sleep(50);
-        EXPECT_EQ(result, -1);
+        std::thread reader([&] { EXPECT_EQ(read(timeoutMs), 0u); });
+        Sleep(50); // mostly in the middle; at its start must do as well
         hid.unplug();
         reader.join();
-        EXPECT_EQ(result, 0);
 
         // From now on every request fails at once.
         const DWORD start = GetTickCount();
