@@ -42,7 +42,8 @@ QString fileNameFor(QString curve) {
 } // namespace
 
 EqCurveExchange::EqCurveExchange(PageContext context, ExclusiveEffects &effects)
-    : context_(context), effects_(effects), drop_(context.window) {
+    : context_(context), effects_(effects), menu_(new QMenu(context.form.btn_curve_file)),
+      drop_(context.window) {
     connect(context_.form.btn_curve_file, &QPushButton::clicked, this, &EqCurveExchange::showMenu);
     // Queued: the box of a bad file must not hold up the program that the file comes from.
     connect(&drop_, &FileDrop::dropped, this, &EqCurveExchange::importDropped, Qt::QueuedConnection);
@@ -50,11 +51,10 @@ EqCurveExchange::EqCurveExchange(PageContext context, ExclusiveEffects &effects)
 
 void EqCurveExchange::showMenu() {
     QPushButton *button = context_.form.btn_curve_file;
-    auto *menu = new QMenu(button);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addAction(tr("导入EQ曲线…"), this, &EqCurveExchange::chooseImport);
-    menu->addAction(tr("导出EQ曲线…"), this, &EqCurveExchange::chooseExport);
-    menu->popup(button->mapToGlobal(QPoint(0, button->height() + 6)));
+    menu_->clear(); // the language may be another by now
+    menu_->addAction(tr("导入EQ曲线…"), this, &EqCurveExchange::chooseImport);
+    menu_->addAction(tr("导出EQ曲线…"), this, &EqCurveExchange::chooseExport);
+    menu_->popup(button->mapToGlobal(QPoint(0, button->height() + 6)));
 }
 
 void EqCurveExchange::chooseImport() {

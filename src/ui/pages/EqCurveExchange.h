@@ -9,6 +9,8 @@
 
 #include <QObject>
 
+class QMenu;
+
 class EqCurveExchange : public QObject {
     Q_OBJECT
 
@@ -28,5 +30,6 @@ private:
 
     PageContext context_;
     ExclusiveEffects &effects_;
+    QMenu *menu_;
     FileDrop drop_;
 };
