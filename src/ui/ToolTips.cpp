@@ -15,6 +15,10 @@ bool ToolTips::eventFilter(QObject *watched, QEvent *event) {
     const QString text = static_cast<QWidget *>(watched)->toolTip();
     if (text.isEmpty())
         return false;
+    // Qt would fill a tip that is still shown anew, without the sheet's padding.
+    for (QWidget *window : QApplication::topLevelWidgets())
+        if (window->inherits("QTipLabel"))
+            window->hide();
     QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), text, &styled_);
     return true;
 }
