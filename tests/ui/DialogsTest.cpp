@@ -1,11 +1,14 @@
-// The dialogs of the main window: settings and start tip.
+// The dialogs of the main window, and the notices of its tray icon.
 #include "ui/StartTip.h"
 #include "ui/WindowTest.h"
 
+#include <functional>
 #include <optional>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QPushButton>
+#include <windows.h>
 
 namespace {
 
@@ -65,6 +68,56 @@ TEST_F(DialogsTest, CancelStoresNothingAndALanguageWithoutAnEntryShowsNone) {
         });
     }
     EXPECT_EQ(readDword(L"language"), 0xFFFFFFFFu);
+}
+
+// Open, a dialog keeps the other one, the mouse and the keyboard from the rest of the window.
+TEST_F(DialogsTest, AnOpenDialogHasTheWindowToItself) {
+    const std::function<void()> openings[] = {[this] { window->OpenSettingsDialog(); },
+                                              [this] { window->ShowVersionDialog(); }};
+    for (const auto &open : openings) {
+        whileDialogRuns(*window, open, [&](QDialog &dialog) {
+            QTimer closeSecond;
+            QObject::connect(&closeSecond, &QTimer::timeout, &dialog, [&] {
+                for (QDialog *other : window->findChildren<QDialog *>())
+                    if (other != &dialog) {
+                        ADD_FAILURE() << "a second dialog";
+                        other->close();
+                    }
+            });
+            closeSecond.start(10);
+            for (const auto &openSecond : openings)
+                openSecond();
+            for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Backtab}) {
+                for (int i = 0; i < 8; ++i) {
+                    QTest::keyClick(QApplication::focusWidget(), key);
+                    EXPECT_TRUE(dialog.isAncestorOf(QApplication::focusWidget()));
+                }
+            }
+            for (const char *name : {"pushButton_18", "bt_y2", "pushButton_3"}) {
+                auto &behind = child<QPushButton>(child<QWidget>(*window, "centralWidget"), name);
+                const QPoint place = behind.mapTo(window.get(), behind.rect().center());
+                EXPECT_EQ(window->childAt(place)->parentWidget(), window.get()) << name;
+            }
+        });
+    }
+}
+
+TEST_F(DialogsTest, TrayIconTellsOfALowBatteryAndOnceOfTheHiddenWindow) {
+    constexpr wchar_t told[] = L"hidingTold";
+    ProductSettings::writeDword(told, 0, ProductSettings::kUserKey);
+    window->ShowTray();
+    DeviceRecorder::instance().reply = {0, 1, 0, 1}; // 20 %
+    for (QTimer *timer : window->findChildren<QTimer *>())
+        if (timer->interval() == 5000)
+            QMetaObject::invokeMethod(timer, "timeout");
+    const auto balloonIsShown = [] {
+        const HWND balloon = FindWindowW(L"tooltips_class32", nullptr);
+        return balloon && IsWindowVisible(balloon);
+    };
+    EXPECT_TRUE(QTest::qWaitFor(balloonIsShown, 20000));
+    child<QPushButton>(*window, "pushButton").click();
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(readDword(told, ProductSettings::kUserKey), 1u);
 }
 
 // Ticking keeps the tip on and unticking turns it off, at once and not when the dialog closes.
