@@ -1,27 +1,27 @@
 #!/usr/bin/env bash
-# Starts the panel on a display in memory, clicks through all offered pages and the dialogs in both languages, and saves
-# a picture of each as build/tour/<language>-<page>.png. The panel starts with a new headset and leaves no trace but
-# the pictures.
+# tour.sh: starts the panel on a display in memory, clicks through all offered pages and the dialogs in both languages,
+# and saves a picture of each as build/tour/<language>-<page>.png; then one of the equalizer on small and scaled screens.
+# tour.sh WIDTHxHEIGHT DPI TASKBAR: that picture of one such screen, build/tour/screen-<WIDTHxHEIGHT>-<DPI>.png.
+# The panel starts with a new headset and leaves no trace but the pictures.
 set -euo pipefail
 . "$(dirname "$0")/../wine/session.sh"
 . "$(dirname "$0")/../run-common.sh"
 
 PICTURES=$BUILD/tour
-WIDTH=1071 HEIGHT=869     # of the main window
+FORM_WIDTH=1071           # of the main window at 100 %
 CONTENT=865x590+206+69    # the part right of the navigation and below the top bar
 REST_X=1030 REST_Y=860    # where the pointer waits, so that nothing is shown hovered
 
 mkdir -p "$PICTURES"
-rm -f "$PICTURES"/*.png
 
-# Sets X and Y, the window's place on the screen; false while it is not there in its full size.
+# Sets X, Y, WIDTH and HEIGHT, the window's place on the screen; false while it is not there in its full size.
 find_window() {
     local id geometry
     for id in $(xdotool search --onlyvisible --name '^QorSound Kit$' 2>/dev/null); do
         geometry=$(xdotool getwindowgeometry "$id" 2>/dev/null) || continue
         [[ $geometry =~ Position:\ (-?[0-9]+),(-?[0-9]+).*Geometry:\ ([0-9]+)x([0-9]+) ]] || continue
-        X=${BASH_REMATCH[1]} Y=${BASH_REMATCH[2]}
-        [ "${BASH_REMATCH[3]}x${BASH_REMATCH[4]}" != "${WIDTH}x$HEIGHT" ] || return 0
+        X=${BASH_REMATCH[1]} Y=${BASH_REMATCH[2]} WIDTH=${BASH_REMATCH[3]} HEIGHT=${BASH_REMATCH[4]}
+        [ "$WIDTH" -lt "$FORM_WIDTH" ] || return 0
     done
     return 1
 }
@@ -75,7 +75,26 @@ walk() {
     done <"$ROOT/tools/tour/stops.txt"
 }
 
-say "no display: taking pictures of all pages and dialogs in both languages (about half a minute)"
+# show_screen WIDTHxHEIGHT DPI TASKBAR
+show_screen() {
+    local file=$PICTURES/screen-$1-$2.png
+    start_display "$@"
+    install_product_key
+    headset plug
+    start_panel
+    click $((100 * WIDTH / FORM_WIDTH)) $((260 * WIDTH / FORM_WIDTH)) # the equalizer, where stops.txt has it
+    take "$file"
+    end_panel "$panel" || die "the panel did not end within 5 seconds"
+    printf '%s\n' "$file"
+}
+
+if [ $# -gt 0 ]; then
+    show_screen "$@"
+    exit
+fi
+
+rm -f "$PICTURES"/*.png
+say "no display: taking pictures of all pages and dialogs in both languages (less than a minute)"
 start_display
 install_product_key
 headset plug
@@ -88,4 +107,8 @@ for language in zh en; do
 done
 cmp -s "$PICTURES/zh-volume.png" "$PICTURES/en-volume.png" &&
     die "both languages look the same, see $PICTURES/zh-volume.png and en-volume.png"
+for screen in "1366x768 96 40" "1280x720 96 48" "1920x1080 144 60" "2560x1440 144 60"; do
+    # shellcheck disable=SC2086
+    "$0" $screen
+done
 say "the tour is complete"
