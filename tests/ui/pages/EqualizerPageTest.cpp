@@ -94,6 +94,17 @@ TEST_F(EqualizerPageTest, TypedNamesStayWhatTheyAre) {
     EXPECT_EQ(device.curves.curve[0].gain[0], 6);
 }
 
+TEST_F(EqualizerPageTest, StoresTenCurvesAndSaysThatAnEleventhIsTooMany) {
+    open();
+    for (int i = 0; i < 10; ++i)
+        saveAs(QString::number(i));
+    EXPECT_EQ(device.curves.count, 10);
+    BoxAnswerer answerer(0);
+    saveAs("eleventh");
+    EXPECT_EQ(answerer.box().text, L"too many EQ info to save");
+    EXPECT_EQ(form.comboBox->count(), 10);
+}
+
 TEST_F(EqualizerPageTest, NamesTheCurveWhoseGainsStandOnTheSliders) {
     const auto shown = [this] { return form.jhq_lab_20->text(); };
     device.extension.gain[9] = 7;
