@@ -9,7 +9,7 @@ set(art_folder "${CMAKE_CURRENT_BINARY_DIR}/art")
 set(art_tools "${CMAKE_SOURCE_DIR}/tools/art")
 
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${art_source}/aliases.txt" "${art_source}/variants.txt")
-file(STRINGS "${art_source}/aliases.txt" aliases REGEX "^[^#]")
+file(STRINGS "${art_source}/aliases.txt" aliases ENCODING UTF-8 REGEX "^[^#]")
 foreach(line IN LISTS aliases)
     string(REGEX MATCH "^([^ ]+) (.+)$" matched "${line}")
     set("alias_of_${CMAKE_MATCH_1}" "${CMAKE_MATCH_2}")
