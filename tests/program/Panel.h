@@ -25,6 +25,10 @@ public:
     // Starts QorSoundKit.exe. waitForWindow: until its main window is visible and painted.
     void start();
     bool waitForWindow(DWORD milliseconds = 30000);
+    bool startAndShow() {
+        start();
+        return waitForWindow();
+    }
     HWND window() const { return window_; }
     DWORD processId() const { return processId_; }
 

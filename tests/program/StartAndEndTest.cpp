@@ -20,16 +20,6 @@ protected:
         return text.compare(0, start.size(), start) == 0;
     }
 
-    static void expectInOrder(const std::vector<std::string> &journal,
-                              const std::vector<std::string> &wanted) {
-        size_t at = 0;
-        for (const std::string &call : journal) {
-            if (at < wanted.size() && beginsWith(call, wanted[at]))
-                ++at;
-        }
-        EXPECT_EQ(wanted.size(), at) << (at < wanted.size() ? "missing: " + wanted[at] : "");
-    }
-
     static void expectShutDown(const Panel &panel) {
         const std::vector<std::string> journal = panel.ownJournal();
         ASSERT_GE(journal.size(), 3u);
@@ -43,27 +33,6 @@ protected:
     FormMap map;
 };
 
-TEST_F(StartAndEndTest, CallsOfAStartInTheirOrder) {
-    Panel panel;
-    panel.start();
-    ASSERT_TRUE(panel.waitForWindow());
-    expectInOrder(panel.ownJournal(),
-                  {"_IsRunningAsAdmin(", "_IsAlreadyRun(", "getDeviceCount(", "init(", "getDeviceInfo(0",
-                   "_SetVolum(", "_SetVolum(", "setDeviceProperty(type 1", "setDeviceProperty(type 2",
-                   "_getVolum(0, 0)", "_SetMasterMute(", "_SetVolum(", "_exec_usb_encrypt("});
-    EXPECT_TRUE(std::filesystem::is_regular_file(Panel::folder() + L"\\config\\eqs.bin"));
-    EXPECT_TRUE(Registry::KeyExists(ProductSettings::kUserKey));
-    wchar_t title[64] = L"";
-    GetWindowTextW(panel.window(), title, 64);
-    EXPECT_STREQ(L"QorSound Kit", title);
-    RECT frame{};
-    GetWindowRect(panel.window(), &frame);
-    EXPECT_EQ(1071, frame.right - frame.left);
-    EXPECT_EQ(869, frame.bottom - frame.top);
-    EXPECT_EQ((GetSystemMetrics(SM_CXSCREEN) - 1071) / 2, frame.left);
-    EXPECT_EQ((GetSystemMetrics(SM_CYSCREEN) - 869) / 2, frame.top);
-}
-
 // By its button, or by the system (Alt+F4, the taskbar), also while the start tip's own event loop runs.
 TEST_F(StartAndEndTest, ClosingEndsOrHides) {
     for (const bool bySystem : {false, true}) {
@@ -71,8 +40,7 @@ TEST_F(StartAndEndTest, ClosingEndsOrHides) {
             Registry::WriteDwordValue(kProductKey, L"isAddSysicon", hides);
             Registry::WriteDwordValue(kProductKey, L"isStartShow", bySystem);
             Panel panel;
-            panel.start();
-            ASSERT_TRUE(panel.waitForWindow());
+            ASSERT_TRUE(panel.startAndShow());
             const auto gone = [&] { return !IsWindowVisible(panel.window()); };
             if (bySystem)
                 EXPECT_TRUE(giveUntil([&] { PostMessageW(panel.window(), WM_CLOSE, 0, 0); }, gone));
@@ -91,8 +59,7 @@ TEST_F(StartAndEndTest, ClosingEndsOrHides) {
 TEST_F(StartAndEndTest, TheSessionsEndShutsTheDeviceDown) {
     for (const int show : {SW_SHOW, SW_MINIMIZE, SW_HIDE}) {
         Panel panel;
-        panel.start();
-        ASSERT_TRUE(panel.waitForWindow());
+        ASSERT_TRUE(panel.startAndShow());
         ShowWindow(panel.window(), show);
         DWORD_PTR agrees = 0;
         SendMessageTimeoutW(panel.window(), WM_QUERYENDSESSION, 0, ENDSESSION_LOGOFF, 0, 20000, &agrees);
@@ -108,8 +75,7 @@ TEST_F(StartAndEndTest, TheSessionsEndShutsTheDeviceDown) {
 
 TEST_F(StartAndEndTest, NewerInstanceTakesOver) {
     Panel older;
-    older.start();
-    ASSERT_TRUE(older.waitForWindow());
+    ASSERT_TRUE(older.startAndShow());
     Panel newer;
     newer.start();
     EXPECT_EQ(0, older.waitForEnd());
@@ -129,12 +95,10 @@ TEST_F(StartAndEndTest, NewerInstanceTakesOver) {
 
 TEST_F(StartAndEndTest, NewerInstanceRunsBesideOneThatHangs) {
     Panel older;
-    older.start();
-    ASSERT_TRUE(older.waitForWindow());
+    ASSERT_TRUE(older.startAndShow());
     DebugActiveProcess(older.processId()); // stops all its threads
     Panel newer;
-    newer.start();
-    EXPECT_TRUE(newer.waitForWindow());
+    EXPECT_TRUE(newer.startAndShow());
     EXPECT_EQ(0u, Registry::ReadDwordValue(kProductKey, L"exitCmd"));
     EXPECT_EQ(-1000, newer.waitForEnd(500)) << "followed its own request";
     DebugActiveProcessStop(older.processId());
@@ -144,11 +108,9 @@ TEST_F(StartAndEndTest, NewerInstanceRunsBesideOneThatHangs) {
 TEST_F(StartAndEndTest, OldInstanceStaysWhereThePollIsOff) {
     Registry::WriteStringValue(kProductKey, L"EnableAllDev", L"true");
     Panel older;
-    older.start();
-    ASSERT_TRUE(older.waitForWindow());
+    ASSERT_TRUE(older.startAndShow());
     Panel newer;
-    newer.start();
-    EXPECT_TRUE(newer.waitForWindow());
+    EXPECT_TRUE(newer.startAndShow());
     EXPECT_TRUE(older.running());
 }
 
@@ -215,13 +177,11 @@ TEST_F(StartAndEndTest, BadInputStartsAllTheSame) {
     std::filesystem::create_directories(curves);             // a folder where the file should be
     {
         Panel panel;
-        panel.start();
-        EXPECT_TRUE(panel.waitForWindow());
+        EXPECT_TRUE(panel.startAndShow());
     }
     Registry::DeleteKey(kProductKey);
     Panel panel;
-    panel.start();
-    EXPECT_TRUE(panel.waitForWindow());
+    EXPECT_TRUE(panel.startAndShow());
     EXPECT_EQ(-1000, panel.waitForEnd(300)) << "timers run, too";
 }
 

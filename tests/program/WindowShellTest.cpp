@@ -34,11 +34,6 @@ class WindowShellTest : public testing::Test {
 protected:
     void SetUp() override { Panel::prepare(); }
 
-    void start() {
-        panel.start();
-        ASSERT_TRUE(panel.waitForWindow());
-    }
-
     HWND trayWindow() const {
         std::pair<DWORD, HWND> found{panel.processId(), nullptr};
         EnumWindows(&matchTray, reinterpret_cast<LPARAM>(&found));
@@ -63,15 +58,24 @@ protected:
     Panel panel;
 };
 
-TEST_F(WindowShellTest, StartShowsTitleTipAndIconAsStored) {
+TEST_F(WindowShellTest, StartShowsWindowTipAndIconAsStored) {
     Registry::WriteStringValue(kProductKey, L"DisplayName", L"My 耳机");
     Registry::WriteDwordValue(kProductKey, L"isAddSysicon", 1);
     Registry::WriteDwordValue(kProductKey, L"isStartShow", 1);
-    start();
+    ASSERT_TRUE(panel.startAndShow());
     EXPECT_NE(nullptr, trayWindow());
     wchar_t title[64] = L"";
     GetWindowTextW(panel.window(), title, 64);
     EXPECT_STREQ(L"My 耳机", title);
+    RECT frame{};
+    GetWindowRect(panel.window(), &frame);
+    EXPECT_EQ((GetSystemMetrics(SM_CXSCREEN) - 1071) / 2, frame.left);
+    EXPECT_EQ((GetSystemMetrics(SM_CYSCREEN) - 869) / 2, frame.top);
+    EXPECT_TRUE(Registry::KeyExists(ProductSettings::kUserKey));
+    std::string calls;
+    for (const std::string &call : panel.ownJournal())
+        calls += call.substr(0, call.find('(') + 1);
+    EXPECT_EQ(0u, calls.find("_IsRunningAsAdmin(_IsAlreadyRun(getDeviceCount(init(getDeviceInfo(")) << calls;
     // The tip stands in the middle of the window, 400 x 300 pixels; its box is ticked for no more tips.
     const POINT box{1071 / 2 - 200 + 58, 869 / 2 - 150 + 158};
     EXPECT_TRUE(
@@ -79,7 +83,7 @@ TEST_F(WindowShellTest, StartShowsTitleTipAndIconAsStored) {
 }
 
 TEST_F(WindowShellTest, TrayIconBringsTheWindowBackAndEndsTheProgram) {
-    start();
+    ASSERT_TRUE(panel.startAndShow());
     EXPECT_EQ(nullptr, trayWindow()); // none before it is needed
     ASSERT_TRUE(hide());
     EXPECT_TRUE(giveUntil([&] { tray(NIN_SELECT); }, [&] { return isShown(); }));
@@ -103,7 +107,7 @@ TEST_F(WindowShellTest, TrayIconBringsTheWindowBackAndEndsTheProgram) {
 // One control for each of the blocks; what each control does is tested without the mouse.
 TEST_F(WindowShellTest, SettingsGoFromOneInstanceToTheNext) {
     Registry::WriteDwordValue(kProductKey, L"language", 0);
-    start();
+    ASSERT_TRUE(panel.startAndShow());
     EXPECT_TRUE(panel.click({map.centreOf("bt_y0"), map.sliderPoint("verticalSlider_4", 10)},
                             [] { return StoredSettings::read().sound.masterVolume < 60; }));
     EXPECT_TRUE(panel.click({map.centreOf("bt_y2"), map.centreOf("btn_jhq5")},
@@ -131,9 +135,8 @@ TEST_F(WindowShellTest, SettingsGoFromOneInstanceToTheNext) {
     EXPECT_EQ(bytesOf(before.system), snapshot(L"{F5530E75-A2A5-43E8-B9DF-1A1E225B5D1A}"));
 
     Panel second;
-    second.start();
+    ASSERT_TRUE(second.startAndShow());
     EXPECT_EQ(0, panel.waitForEnd());
-    ASSERT_TRUE(second.waitForWindow());
     const StoredSettings after = StoredSettings::read();
     EXPECT_TRUE(same(before.system, after.system));
     EXPECT_TRUE(same(before.sound, after.sound));

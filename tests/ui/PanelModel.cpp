@@ -10,25 +10,21 @@ namespace {
 constexpr char kSoundOn[] = "/left/png/y1.png";
 constexpr char kSilent[] = "/right/png/silent-volumeHigh.png";
 
-constexpr int8_t kPresets[12][10] = {
-    {-2, 1, 4, 6, -2, 1, 3, 2, -3, -1}, {-6, -6, -6, 6, 0, 6, 0, -1, 0, -6},
-    {-3, -3, 6, 4, 6, 2, 3, 2, 0, -5},  {-4, 1, -5, -5, -5, 4, 9, 7, -5, -6},
-    {-2, -3, 1, 3, 1, 1, 1, 0, 0, -1},  {11, 8, 4, 5, -3, 3, 8, -5, 3, 6},
-    {3, -3, -3, -5, 3, 3, 3, 5, 6, 4},  {1, 1, 2, 4, 1, 1, 0, 1, 0, -1},
-    {6, 6, 3, -1, 0, 0, 1, 2, 1, 0},    {5, 6, 3, -2, -1, -1, 2, 4, 5, 3},
-    {-3, -2, -1, 0, 2, 3, 2, 1, 0, 1},  {0, 0, 0, 0, 0, 0, 0, 0, 0, 0},
-};
+constexpr int8_t kPresets[12][10] = {{-2, 1, 4, 6, -2, 1, 3, 2, -3, -1}, {-6, -6, -6, 6, 0, 6, 0, -1, 0, -6},
+                                     {-3, -3, 6, 4, 6, 2, 3, 2, 0, -5},  {-4, 1, -5, -5, -5, 4, 9, 7, -5, -6},
+                                     {-2, -3, 1, 3, 1, 1, 1, 0, 0, -1},  {11, 8, 4, 5, -3, 3, 8, -5, 3, 6},
+                                     {3, -3, -3, -5, 3, 3, 3, 5, 6, 4},  {1, 1, 2, 4, 1, 1, 0, 1, 0, -1},
+                                     {6, 6, 3, -1, 0, 0, 1, 2, 1, 0},    {5, 6, 3, -2, -1, -1, 2, 4, 5, 3},
+                                     {-3, -2, -1, 0, 2, 3, 2, 1, 0, 1},  {0, 0, 0, 0, 0, 0, 0, 0, 0, 0}};
 
 // In the order of their bytes.
 constexpr struct {
     const char *slider, *value, *marker;
     int angle; // of a 7.1 set around the listener, counter-clockwise from the right
-} kSpeakers[8] = {
-    {"page4_L", "L_V", "page4_Label_L", 120},    {"page4_R", "R_V", "page4_Label_R", 60},
-    {"page4_LS", "LS_V", "page4_Label_LS", 180}, {"page4_RS", "RS_V", "page4_Label_RS", 0},
-    {"page4_LB", "LB_V", "page4_Label_LB", 235}, {"page4_RB", "RB_V", "page4_Label_RB", 305},
-    {"page4_c", "C_V", "page4_Label_C", 90},     {"page4_w", "W_V", "page4_Label_W", 270},
-};
+} kSpeakers[8] = {{"page4_L", "L_V", "page4_Label_L", 120},    {"page4_R", "R_V", "page4_Label_R", 60},
+                  {"page4_LS", "LS_V", "page4_Label_LS", 180}, {"page4_RS", "RS_V", "page4_Label_RS", 0},
+                  {"page4_LB", "LB_V", "page4_Label_LB", 235}, {"page4_RB", "RB_V", "page4_Label_RB", 305},
+                  {"page4_c", "C_V", "page4_Label_C", 90},     {"page4_w", "W_V", "page4_Label_W", 270}};
 
 constexpr int kColours[7][3] = {{255, 0, 0},   {255, 255, 0}, {0, 255, 0},    {0, 255, 255},
                                 {255, 0, 255}, {0, 0, 255},   {255, 255, 255}};
@@ -94,7 +90,7 @@ bool PanelModel::take(const std::string &control, int value, const std::u16strin
     const size_t digits = control.find_last_not_of("0123456789") + 1;
     const Input input{control, control.substr(0, digits), std::atoi(control.c_str() + digits), value};
     return takeSwitch(input) || takeVolume(input) || takeEqualizer(input) || takeCurve(input, curveName) ||
-           takeRoom(input) || takeSoundField(input) || takeMicrophone(input) || takeVoice(input) ||
+           takeChoice(input) || takeSoundField(input) || takeMicrophone(input) || takeVoice(input) ||
            takeLight(input) || takeOther(input);
 }
 
@@ -111,45 +107,59 @@ void PanelModel::write(int type) {
         world.device = {sentSystem.head, sentSound, {}, type == 3 ? extension : world.device.extension};
 }
 
-// ---- Switches: a byte that a button flips, and the block that goes out.
+// ---- Switches and choices: a byte that a button flips or sets, and the block that goes out.
+
+namespace {
+
+struct Switch {
+    const char *control;
+    uint8_t SystemHead::*head;
+    uint8_t SoundBlock::*sound;
+    bool exclusive; // at most one of these is on once one was switched on
+};
+const Switch kSwitches[] = {{"pushButton_5", &SystemHead::micPageSwitch, nullptr, false},
+                            {"pushButton_8", &SystemHead::voiceEffectOn, nullptr, false},
+                            {"checkBox_6", &SystemHead::voiceEffectOn, nullptr, false},
+                            {"checkBox_5", &SystemHead::echoOn, nullptr, false},
+                            {"pushButton_29", &SystemHead::noiseReductionOn, nullptr, false},
+                            {"pushButton_7", nullptr, &SoundBlock::pageSwitch, false},
+                            {"pushButton_6", nullptr, &SoundBlock::equalizerOn, true},
+                            {"pushButton_14", nullptr, &SoundBlock::soundFieldOn, true},
+                            {"pushButton_28", nullptr, &SoundBlock::roomEffectOn, true},
+                            {"pushButton_32", nullptr, &SoundBlock::virtualSurroundOn, true},
+                            {"pushButton_33", nullptr, &SoundBlock::roomEffectOn, true}};
+
+} // namespace
 
 bool PanelModel::takeSwitch(const Input &input) {
-    SystemHead &head = system.head;
-    const struct {
-        const char *control;
-        uint8_t &byte;
-        int type;
-    } switches[] = {
-        {"pushButton_7", sound.pageSwitch, 2},       {"pushButton_5", head.micPageSwitch, 1},
-        {"pushButton_8", head.voiceEffectOn, 1},     {"checkBox_6", head.voiceEffectOn, 1},
-        {"pushButton_29", head.noiseReductionOn, 1}, {"checkBox_5", head.echoOn, 1},
-    };
-    for (const auto &row : switches) {
-        if (input.is(row.control)) {
-            row.byte ^= 1;
-            write(row.type);
-            return true;
-        }
+    for (const Switch &row : kSwitches) {
+        if (!input.is(row.control))
+            continue;
+        uint8_t &byte = row.head ? system.head.*row.head : sound.*row.sound;
+        const uint8_t flipped = byte ^ 1;
+        if (row.exclusive && flipped)
+            sound.virtualSurroundOn = sound.soundFieldOn = sound.roomEffectOn = sound.equalizerOn = 0;
+        byte = flipped;
+        write(row.head ? 1 : 2);
+        return true;
     }
-    const std::map<std::string, uint8_t SoundBlock::*> effects{
-        {"pushButton_32", &SoundBlock::virtualSurroundOn},
-        {"pushButton_14", &SoundBlock::soundFieldOn},
-        {"pushButton_33", &SoundBlock::roomEffectOn},
-        {"pushButton_28", &SoundBlock::roomEffectOn},
-        {"pushButton_6", &SoundBlock::equalizerOn}};
-    const auto effect = effects.find(input.control);
-    if (effect != effects.end())
-        toggleEffect(effect->second);
-    return effect != effects.end();
+    return false;
 }
 
-// At most one is on once one was switched on.
-void PanelModel::toggleEffect(uint8_t SoundBlock::*effect) {
-    const bool on = !(sound.*effect);
-    if (on)
-        sound.virtualSurroundOn = sound.soundFieldOn = sound.roomEffectOn = sound.equalizerOn = 0;
-    sound.*effect = on;
-    write(2);
+bool PanelModel::takeChoice(const Input &input) {
+    const auto choice = static_cast<uint8_t>(input.is("comboBox_2") ? input.value + 1 : input.number);
+    if (input.row == "btn_env" || input.is("comboBox_2")) {
+        sound.position = choice;
+        write(2);
+    } else if (input.row == "btn_room" && sound.roomEffectOn && sound.room != choice) {
+        sound.room = choice;
+        write(2);
+    } else if (input.row == "btn_mh" && system.head.voiceEffectOn) {
+        system.head.voiceEffect = choice;
+        write(1);
+    }
+    return input.is("comboBox_2") || input.row == "btn_env" || input.row == "btn_room" ||
+           input.row == "btn_mh";
 }
 
 // ---- Volume
@@ -296,19 +306,7 @@ void PanelModel::deleteCurve(int index) {
     world.curveFile = curves;
 }
 
-// ---- Rooms and sound field
-
-bool PanelModel::takeRoom(const Input &input) {
-    const bool isBox = input.is("comboBox_2");
-    if (isBox || input.row == "btn_env") {
-        sound.position = static_cast<uint8_t>(isBox ? input.value + 1 : input.number);
-        write(2);
-    } else if (input.row == "btn_room" && sound.roomEffectOn && sound.room != input.number) {
-        sound.room = static_cast<uint8_t>(input.number);
-        write(2);
-    }
-    return isBox || input.row == "btn_env" || input.row == "btn_room";
-}
+// ---- Sound field
 
 bool PanelModel::takeSoundField(const Input &input) {
     for (size_t i = 0; i < 8; ++i) { // the only controls that the switch does not gate
@@ -398,10 +396,6 @@ void PanelModel::followMonitoring() {
 bool PanelModel::takeVoice(const Input &input) {
     SystemHead &head = system.head;
     const int level = percent(head.effectLevel);
-    if (input.row == "btn_mh" && head.voiceEffectOn) {
-        head.voiceEffect = static_cast<uint8_t>(input.number);
-        write(1);
-    }
     if (input.is("horizontalSlider_15"))
         setVoiceLevel(input.value);
     if (input.is("Page4_P_8", "Page4_P_9"))
@@ -498,8 +492,9 @@ public:
         style(control, on ? "border: 1px solid #ef0303;" : "border: none;");
     }
     void switchButton(const std::string &control, bool on) {
-        style(control, on ? "btn_open.png" : "btn_close.png");
         flag(control, "checked", on);
+        if (control.rfind("checkBox", 0) != 0)
+            style(control, on ? "btn_open.png" : "btn_close.png");
     }
     void enabled(std::initializer_list<const char *> controls, bool on) {
         for (const char *control : controls)
@@ -515,6 +510,8 @@ public:
 
 std::map<std::string, std::string> PanelModel::shown() const {
     View view;
+    for (const Switch &row : kSwitches)
+        view.switchButton(row.control, (row.head ? system.head.*row.head : sound.*row.sound) != 0);
     showSound(view);
     showEqualizer(view);
     showSoundField(view);
@@ -536,11 +533,6 @@ void PanelModel::showSound(View &view) const {
     for (const char *button : {"pushButton_12", "pushButton_13"})
         view.style(button, sound.muted ? kSilent : kSoundOn);
     view.style("pushButton_4", world.locked ? "icon_lock.png" : "icon_lock_open.png");
-    view.switchButton("pushButton_7", sound.pageSwitch);
-
-    view.switchButton("pushButton_32", sound.virtualSurroundOn);
-    view.switchButton("pushButton_33", sound.roomEffectOn);
-    view.switchButton("pushButton_28", sound.roomEffectOn);
     view.enabled({"btn_room1", "btn_room2", "btn_room3"}, sound.roomEffectOn);
     const auto caption = [&](const char *label, bool on) {
         view.style(label, on ? "color: #FFFFFF;" : "color: #444645;");
@@ -557,7 +549,6 @@ void PanelModel::showSound(View &view) const {
 }
 
 void PanelModel::showEqualizer(View &view) const {
-    view.switchButton("pushButton_6", sound.equalizerOn);
     view.enabled({"widget_21", "widget_24"}, sound.equalizerOn);
     for (int i = 0; i < 12; ++i)
         view.style("btn_jhq" + std::to_string(i), presetChosen_ && preset_ == i
@@ -576,7 +567,6 @@ void PanelModel::showEqualizer(View &view) const {
 }
 
 void PanelModel::showSoundField(View &view) const {
-    view.switchButton("pushButton_14", sound.soundFieldOn);
     view.enabled({"Page4_P", "frame_2"}, sound.soundFieldOn);
     view.value("horizontalSlider_14", fieldMaster_);
     for (int i = 1; i <= 5; ++i)
@@ -605,17 +595,11 @@ void PanelModel::showSystem(View &view) const {
     view.text("label_16", head.monitorLevel);
     view.style("pushButton_15", head.micMuted ? kSilent : kSoundOn);
     view.style("pushButton_16", head.monitoringOn ? kSoundOn : kSilent);
-    view.switchButton("pushButton_5", head.micPageSwitch);
-
-    view.switchButton("pushButton_8", head.voiceEffectOn);
-    view.flag("checkBox_6", "checked", head.voiceEffectOn);
-    view.flag("checkBox_5", "checked", head.echoOn);
     view.enabled({"widget_41", "checkBox_5", "widget_46"}, head.voiceEffectOn);
     view.value("horizontalSlider_15", percent(head.effectLevel));
     for (int i = 1; i <= 4; ++i)
         view.mark("btn_mh" + std::to_string(i), head.voiceEffect == i);
 
-    view.switchButton("pushButton_29", head.noiseReductionOn);
     view.style("label_208", head.noiseReductionOn ? "jiangzao_pic.png" : "jiangzao_pic_nor.png");
     view.enabled({"widget_50"}, head.noiseReductionOn);
     view.value("horizontalSlider_17", noiseShown_);

@@ -76,7 +76,7 @@ private:
     bool takeVolume(const Input &input);
     bool takeEqualizer(const Input &input);
     bool takeCurve(const Input &input, const std::u16string &name);
-    bool takeRoom(const Input &input);
+    bool takeChoice(const Input &input);
     bool takeSoundField(const Input &input);
     bool takeMicrophone(const Input &input);
     bool takeVoice(const Input &input);
@@ -95,7 +95,6 @@ private:
     void moveMaster(int level);
     void followMaster();
     void followMonitoring();
-    void toggleEffect(uint8_t SoundBlock::*effect);
     void usePreset();
     void sendGains();
     void recallCurve(int index);

@@ -8,6 +8,7 @@
 #include "ui/pages/SoundFieldView.h"
 #include "ui/WindowTest.h"
 
+#include <algorithm>
 #include <cstring>
 #include <optional>
 #include <QCheckBox>
@@ -73,44 +74,34 @@ protected:
 // Levels at, around and beyond their ends; switches in all combinations, also those that the panel never
 // makes.
 PanelModel::World PanelSession::anyWorld() {
-    constexpr int kLevels[] = {-128, -1, 0, 1, 50, 99, 100, 127};
-    constexpr int kWideLevels[] = {0, 30, 100, 150, -1, INT32_MIN};
-    constexpr int8_t kSpeakerLevels[] = {-128, -14, -13, -12, 0, 3, 4, 5, 127};
-    constexpr int8_t kGains[] = {-128, -21, -20, -1, 0, 1, 20, 21, 127};
+    const struct {
+        std::vector<size_t> offsets; // in the device's record
+        std::vector<int> values;
+    } fields[] = {
+        {{20, 22, 23, 24, 25, 27, 32, 33, 43, 47, 65, 66}, {0, 1}},
+        {{21, 45, 46, 48}, {0, 1, 2, 3, 4, 5}},
+        {{40, 41, 42}, {-128, -1, 0, 1, 50, 99, 100, 127}},
+        {{49, 50, 51, 52, 53, 54, 55, 56}, {-128, -14, -13, -12, 0, 3, 4, 5, 127}},
+        {{899, 900, 901, 902, 903, 904, 905, 906, 907, 908}, {-128, -21, -20, 0, 1, 20, 21, 127}},
+    };
     PanelModel::World world;
     auto *bytes = reinterpret_cast<uint8_t *>(&world.device);
-    for (size_t i = 0; i < sizeof world.device; ++i)
-        bytes[i] = static_cast<uint8_t>(dice(256)); // those without a name are passed through
+    std::generate_n(bytes, sizeof world.device, [&] { return static_cast<uint8_t>(dice(256)); });
+    for (const auto &field : fields) {
+        for (const size_t offset : field.offsets)
+            bytes[offset] = static_cast<uint8_t>(any(field.values));
+    }
+    const std::vector<int> wideLevels{0, 30, 100, 150, -1, INT32_MIN};
     SystemHead &head = world.device.system;
-    for (uint8_t *flag : {&head.voiceEffectOn, &head.echoOn, &head.noiseReductionOn, &head.micMuted,
-                          &head.micPageSwitch, &head.monitoringOn})
-        *flag = static_cast<uint8_t>(dice(2));
-    head.micLevel = any(kWideLevels);
-    head.monitorLevel = any(kWideLevels);
-    head.noiseLevel = any(kWideLevels);
-    head.voiceEffect = static_cast<uint8_t>(dice(6));
-    SoundBlock &sound = world.device.sound;
-    for (uint8_t *flag : {&sound.pageSwitch, &sound.virtualSurroundOn, &sound.soundFieldOn,
-                          &sound.roomEffectOn, &sound.equalizerOn})
-        *flag = static_cast<uint8_t>(dice(2));
-    sound.masterVolume = static_cast<int8_t>(any(kLevels));
-    sound.leftVolume = static_cast<int8_t>(any(kLevels));
-    sound.rightVolume = static_cast<int8_t>(any(kLevels));
-    sound.muted = sound.masterVolume == 0;
-    sound.position = static_cast<uint8_t>(dice(6));
-    sound.room = static_cast<uint8_t>(dice(5));
-    sound.fieldAngleMode = static_cast<uint8_t>(dice(6));
-    for (int8_t &level : sound.speakerLevel)
-        level = any(kSpeakerLevels);
-    for (int8_t &gain : world.device.extension.gain)
-        gain = any(kGains);
+    head.micLevel = any(wideLevels);
+    head.monitorLevel = any(wideLevels);
+    head.noiseLevel = any(wideLevels);
     world.curveFile.count = dice(11);
     world.curveFile.current = dice(10);
     for (int i = 0; i < world.curveFile.count; ++i) {
-        const std::u16string &name = kCurveNames[i];
-        std::memcpy(world.curveFile.curve[i].name, name.data(), name.size() * sizeof(char16_t));
-        for (int8_t &gain : world.curveFile.curve[i].gain)
-            gain = static_cast<int8_t>(dice(41) - 20);
+        EqCurve &curve = world.curveFile.curve[i];
+        std::memcpy(curve.name, kCurveNames[i].data(), kCurveNames[i].size() * sizeof(char16_t));
+        std::generate_n(curve.gain, 10, [&] { return static_cast<int8_t>(dice(41) - 20); });
     }
     world.locked = dice(2) == 1;
     world.taskRuns = dice(2) == 1;

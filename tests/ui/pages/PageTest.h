@@ -22,11 +22,6 @@ protected:
     // The calls of the device library since the last time.
     std::vector<std::string> takeCalls() { return std::exchange(recorder.calls, {}); }
 
-    // Whether the widget's own style sheet holds the text.
-    static bool shows(const QWidget *widget, const char *text) {
-        return widget->styleSheet().contains(QLatin1String(text));
-    }
-
     DeviceRecorder &recorder = DeviceRecorder::instance();
     DeviceState device;
     VolumeFlags volume;
