@@ -93,24 +93,19 @@ TEST_F(ScreenTest, WindowFitsAndEveryPageAndTheCloseButtonCanBeReached) {
 
     for (const char *button : {"bt_y2", "bt_y3", "bt_y4", "bt_y6", "bt_y8", "bt_y9", "bt_y11", "bt_y0"}) {
         const std::vector<uint32_t> before = page();
-        EXPECT_TRUE(waitUntil([&] {
-            panel.click(navigationButton(button));
-            return page() != before;
-        })) << button;
+        EXPECT_TRUE(panel.click({navigationButton(button)}, [&] { return page() != before; })) << button;
     }
     if (fit.scrolls) { // to the status strip's end, by a click below the handle of the scroll bar
-        panel.click(scaled({1055, fit.height - 2}));
         const POINT mute{map.centreOf("pushButton_13").x, fit.height - kMuteAboveEnd};
-        EXPECT_TRUE(waitUntil([&] {
-            panel.click(scaled(mute));
+        EXPECT_TRUE(panel.click({scaled({1055, fit.height - 2}), scaled(mute)}, [&] {
             const std::vector<std::string> calls = panel.ownJournal();
             return std::any_of(calls.begin(), calls.end(), [](const std::string &call) {
                 return call.rfind("_SetMasterMute(1", 0) == 0;
             });
         }));
     }
-    panel.click(scaled(map.centreOf("pushButton")));
-    EXPECT_TRUE(waitUntil([&] { return !IsWindowVisible(panel.window()); }));
+    EXPECT_TRUE(
+        panel.click({scaled(map.centreOf("pushButton"))}, [&] { return !IsWindowVisible(panel.window()); }));
 }
 
 } // namespace
