@@ -4,40 +4,28 @@
 ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 CACHE=${QORSOUND_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/qorsound-kit}
 BUILD=$ROOT/build
-TOOL_LINKS=$CACHE/mingw-links
 WINE=/usr/lib/wine/wine64
 
 say() { printf '%s\n' "-- $*"; }
 windows_path() { printf '%s\n' "Z:${1//\//\\}"; } # Wine's drive Z is the whole file system
 die() { printf '%s\n' "error: $*" >&2; exit 1; }
 
+free_megabytes() { df -Pm "$1" | awk 'NR==2 {print $4}'; }
+
 # need_space DIR MEGABYTES: one clear line instead of a compiler error in the middle of a build.
 need_space() {
-    mkdir -p "$1" || die "cannot create $1"
+    mkdir -p "$1" 2>/dev/null || die "cannot create $1"
     local free
-    free=$(df -Pm "$1" | awk 'NR==2 {print $4}')
+    free=$(free_megabytes "$1")
     [ "$free" -ge "$2" ] || die "$1 has $free MB free; this step needs about $2 MB"
 }
 
 # The Qt build is named by its version and by the recipe that made it, so that a changed recipe
 # is rebuilt and a new checkout on the same machine finds the finished one.
 QT_VERSION=5.15.8
-qt_dir() {
-    local recipe
-    recipe=$(sha256sum <"$ROOT/tools/setup/qt-options.txt" | cut -c1-12)
-    printf '%s\n' "$CACHE/qt-$QT_VERSION-$recipe"
-}
-
-# mkspecs call ${CROSS_COMPILE}g++; Debian names the POSIX-threads compilers ...-posix. A folder of
-# links in front of PATH leaves the system's alternatives alone.
-make_tool_links() {
-    mkdir -p "$TOOL_LINKS"
-    local tool
-    for tool in gcc g++ cpp; do
-        ln -sfn "/usr/bin/x86_64-w64-mingw32-$tool-posix" "$TOOL_LINKS/x86_64-w64-mingw32-$tool"
-    done
-    export PATH="$TOOL_LINKS:$PATH"
-}
+qt_recipe() { cat "$ROOT"/tools/setup/qt/* | sha256sum | cut -c1-12; }
+qt_dir() { printf '%s\n' "$CACHE/qt-$QT_VERSION-$(qt_recipe)"; }
+qt_work_dir() { printf '%s\n' "$CACHE/qt-work-$(qt_recipe)"; } # while it is being built
 
 wine_environment() {
     export WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} LC_ALL=C.UTF-8
