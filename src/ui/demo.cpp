@@ -35,11 +35,6 @@ constexpr Qt::WindowFlags kWindowFlags = Qt::FramelessWindowHint | Qt::WindowMin
 constexpr int kLastTick = 100;
 constexpr int kUpgradePage = 11;
 
-QString panelStyleSheet() {
-    QFile file(QStringLiteral(":/styles/panel.qss"));
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-}
-
 } // namespace
 
 demo::demo(QWidget *parent)
@@ -83,7 +78,6 @@ void demo::setUpForm() {
     QPalette colours = palette();
     colours.setColor(QPalette::Window, Qt::black);
     setPalette(colours);
-    form_->centralWidget->setStyleSheet(panelStyleSheet());
     // The native delegate ignores the style sheet's rules for list rows.
     for (QComboBox *box : findChildren<QComboBox *>())
         box->setItemDelegate(new QStyledItemDelegate(box));
