@@ -1,6 +1,9 @@
 // The left column: twelve buttons "bt_y0".."bt_y11", each showing the page of its number.
 #pragma once
 
+#include "ui/DeferredPages.h"
+
+#include <optional>
 #include <QButtonGroup>
 #include <QPushButton>
 #include <QStackedWidget>
@@ -14,11 +17,16 @@ public:
 
     QPushButton *button(int page) const;
 
+    // For the time of the start: see DeferredPages. A selection brings the pages back by itself.
+    void deferHiddenPages();
+    void bringPagesBack();
+
 private:
     void select(int page);
     void markCurrent(int page);
 
     QStackedWidget &pages_;
+    std::optional<DeferredPages> deferred_;
     QButtonGroup group_;
     QPushButton *selected_ = nullptr; // none before the first click
 };

@@ -167,7 +167,15 @@ void demo::keepFocusOffSliders() {
     }
 }
 
+void demo::setVisible(bool visible) {
+    if (visible && !wasShown_)
+        navigation_->deferHiddenPages();
+    wasShown_ = wasShown_ || visible;
+    QMainWindow::setVisible(visible);
+}
+
 void demo::layOutAgain() {
+    navigation_->bringPagesBack();
     if (QLayout *layout = centralWidget()->layout()) {
         layout->invalidate();
         layout->activate();

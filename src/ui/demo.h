@@ -51,6 +51,8 @@ protected slots:
     void mouseReleaseEvent(QMouseEvent *event) override;
 
 protected:
+    // The first time, only the current page is there: the others follow when the window is up.
+    void setVisible(bool visible) override;
     // Closing by the system (Alt+F4, the taskbar) does what the close button does.
     void closeEvent(QCloseEvent *event) override;
     void showEvent(QShowEvent *event) override;
@@ -84,6 +86,7 @@ private:
     std::wstring configFilePath_; // where config.txt belongs; the panel does not open it
     bool deviceRead_ = false;
     int tickCount_ = 0;
+    bool wasShown_ = false;
     bool dragging_ = false;
     QPoint pressPosition_;
 
