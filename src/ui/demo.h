@@ -42,6 +42,8 @@ public:
     void ShowTray();
 
 public slots:
+    // The first time, only the current page is there: the others follow when the window is up.
+    void setVisible(bool visible) override;
     // Index of the hidden position combo box: 0..3 choose that position, others are ignored.
     void event_page4_onCurrentIndexChanged(int index);
 
@@ -51,8 +53,6 @@ protected slots:
     void mouseReleaseEvent(QMouseEvent *event) override;
 
 protected:
-    // The first time, only the current page is there: the others follow when the window is up.
-    void setVisible(bool visible) override;
     // Closing by the system (Alt+F4, the taskbar) does what the close button does.
     void closeEvent(QCloseEvent *event) override;
     void showEvent(QShowEvent *event) override;
