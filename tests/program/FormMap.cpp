@@ -2,7 +2,6 @@
 
 #include "ui_demoClass.h"
 
-#include <QFile>
 #include <QStyle>
 #include <QStyleOptionSlider>
 #include <stdexcept>
@@ -17,9 +16,6 @@ constexpr int kIndicatorCentre = 9; // pixels from a check box's left edge
 FormMap::FormMap() : window_(std::make_unique<QMainWindow>()) {
     Ui::demoClass form;
     form.setupUi(window_.get());
-    QFile sheet(QStringLiteral(":/styles/panel.qss"));
-    if (sheet.open(QIODevice::ReadOnly))
-        form.centralWidget->setStyleSheet(QString::fromUtf8(sheet.readAll()));
     window_->setAttribute(Qt::WA_DontShowOnScreen);
     window_->setWindowFlags(Qt::FramelessWindowHint);
     for (const int hidden : kHiddenPages)
