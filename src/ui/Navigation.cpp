@@ -39,18 +39,18 @@ QPushButton *Navigation::button(int page) const {
     return qobject_cast<QPushButton *>(group_.button(page));
 }
 
-void Navigation::deferHiddenPages() {
-    deferred_.emplace(pages_);
+void Navigation::deferHiddenStyle() {
+    deferredStyle_.emplace(pages_);
 }
 
-void Navigation::bringPagesBack() {
-    deferred_.reset();
+void Navigation::styleHiddenPages() {
+    deferredStyle_.reset();
 }
 
 // A second click on the selected button takes its own highlight away: the first exchange finds nothing to do
 // and the second one turns the button, as the one selected before, back to plain. The page stays.
 void Navigation::select(int page) {
-    bringPagesBack();
+    styleHiddenPages();
     QPushButton *clicked = button(page);
     replaceFirst(*clicked, kPlain, kHighlight);
     if (selected_)

@@ -1,7 +1,7 @@
 // The left column: twelve buttons "bt_y0".."bt_y11", each showing the page of its number.
 #pragma once
 
-#include "ui/DeferredPages.h"
+#include "ui/DeferredStyle.h"
 
 #include <optional>
 #include <QButtonGroup>
@@ -17,16 +17,16 @@ public:
 
     QPushButton *button(int page) const;
 
-    // For the time of the start: see DeferredPages. A selection brings the pages back by itself.
-    void deferHiddenPages();
-    void bringPagesBack();
+    // At the start, see DeferredStyle; a selection styles the pages by itself.
+    void deferHiddenStyle();
+    void styleHiddenPages();
 
 private:
     void select(int page);
     void markCurrent(int page);
 
     QStackedWidget &pages_;
-    std::optional<DeferredPages> deferred_;
+    std::optional<DeferredStyle> deferredStyle_;
     QButtonGroup group_;
     QPushButton *selected_ = nullptr; // none before the first click
 };

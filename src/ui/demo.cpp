@@ -169,13 +169,13 @@ void demo::keepFocusOffSliders() {
 
 void demo::setVisible(bool visible) {
     if (visible && !wasShown_)
-        navigation_->deferHiddenPages();
+        navigation_->deferHiddenStyle();
     wasShown_ = wasShown_ || visible;
     QMainWindow::setVisible(visible);
 }
 
 void demo::layOutAgain() {
-    navigation_->bringPagesBack();
+    navigation_->styleHiddenPages();
     if (QLayout *layout = centralWidget()->layout()) {
         layout->invalidate();
         layout->activate();

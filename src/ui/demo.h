@@ -42,7 +42,7 @@ public:
     void ShowTray();
 
 public slots:
-    // The first time, only the current page is there: the others follow when the window is up.
+    // The first time, only the current page gets its style before it is shown.
     void setVisible(bool visible) override;
     // Index of the hidden position combo box: 0..3 choose that position, others are ignored.
     void event_page4_onCurrentIndexChanged(int index);
