@@ -22,11 +22,8 @@ TEST(ScreenChoices, ScaleIsTheScreensOwnUnlessTheWindowWouldNotFit) {
         {{2400, 1080, 192}, 1.2},  {{1080, 1880, 144}, 1},    {{2142, 1738, 192}, 2},
         {{2141, 1738, 192}, 1.95}, {{1920, 1040, 72}, 1},
     };
-    for (const auto &c : cases) {
-        SCOPED_TRACE(testing::Message()
-                     << c.screen.workWidth << 'x' << c.screen.workHeight << '@' << c.screen.dpi);
-        EXPECT_NEAR(c.scale, chooseScale(c.screen), 1e-6);
-    }
+    for (const auto &c : cases)
+        EXPECT_NEAR(c.scale, chooseScale(c.screen), 1e-6) << &c - cases;
 }
 
 TEST(ScreenChoices, WavesAndGapsGiveWayThenMarginsThenItScrolls) {
@@ -41,10 +38,8 @@ TEST(ScreenChoices, WavesAndGapsGiveWayThenMarginsThenItScrolls) {
         {727, {727, 8, 12, true, 421, 438, 634, 49}},   {672, {672, 8, 12, true, 399, 411, 590, 38}},
         {500, {660, 8, 12, true, 396, 408, 586, 36}},
     };
-    for (const auto &c : cases) {
-        SCOPED_TRACE(c.available);
-        EXPECT_EQ(numbers(c.fit), numbers(fitWindow(c.available)));
-    }
+    for (const auto &c : cases)
+        EXPECT_EQ(numbers(c.fit), numbers(fitWindow(c.available))) << c.available;
 }
 
 } // namespace

@@ -1,15 +1,16 @@
-// The whole main window on a recorded device, and a way to act while one of its dialogs runs an event loop of
-// its own.
+// The whole main window on a recorded device, with translation files that a test may change, and a way to act
+// while one of its dialogs runs an event loop of its own.
 #pragma once
 
 #include "helpers/ProductSettings.h"
 #include "helpers/Registry.h"
 #include "support/DeviceRecorder.h"
 #include "ui/demo.h"
-#include "ui/QmFiles.h"
 
 #include <functional>
+#include <gtest/gtest.h>
 #include <QDialog>
+#include <QDir>
 #include <QTest>
 #include <QTimer>
 
@@ -17,10 +18,19 @@ class WindowTest : public testing::Test {
 protected:
     WindowTest() {
         DeviceRecorder::instance().reset();
-        QmFiles::restore();
+        QDir().mkpath(translationFile(""));
+        for (const char *name : {"ts_zh.qm", "ts_en.qm"}) {
+            QFile::remove(translationFile(name));
+            EXPECT_TRUE(QFile::copy(QStringLiteral("Z:" QOR_QM_DIR "/") + name, translationFile(name)));
+        }
         if (Registry::KeyExists(ProductSettings::kProductKey))
             Registry::DeleteKey(ProductSettings::kProductKey);
         Registry::CreateKey(ProductSettings::kProductKey);
+    }
+
+    // Beside the program, a copy of the built one.
+    static QString translationFile(const char *name) {
+        return QCoreApplication::applicationDirPath() + "/translations/" + name;
     }
 
     static std::unique_ptr<demo> start(uint32_t language) {
@@ -51,7 +61,7 @@ protected:
 
     template<typename Widget>
     static Widget &child(QWidget &parent, const char *name) {
-        auto *found = parent.findChild<Widget *>(QString::fromLatin1(name));
+        auto *found = parent.findChild<Widget *>(name);
         return found ? *found : throw std::invalid_argument(name);
     }
 };

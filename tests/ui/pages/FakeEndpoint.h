@@ -1,9 +1,7 @@
 // Core Audio's device enumerator, default device and endpoint volume in one object, in the place of Windows'
-// own ones for code on the constructing thread (an initialised single-threaded apartment). References are
-// counted, never acted on.
+// own ones for code on the constructing thread. References are counted, never acted on.
 #pragma once
 
-#include <stdexcept>
 #include <thread>
 #include <wrl/client.h>
 
@@ -12,9 +10,9 @@
 
 // The first methods of Core Audio's interfaces, as far as a watcher calls them.
 struct EnumeratorStart : IUnknown {
-    virtual HRESULT STDMETHODCALLTYPE EnumAudioEndpoints() = 0;
+    virtual HRESULT STDMETHODCALLTYPE EnumAudioEndpoints() { return E_NOTIMPL; }
     virtual HRESULT STDMETHODCALLTYPE GetDefaultAudioEndpoint(EDataFlow flow, ERole role, void **out) = 0;
-    virtual HRESULT STDMETHODCALLTYPE GetDevice() = 0;
+    virtual HRESULT STDMETHODCALLTYPE GetDevice() { return E_NOTIMPL; }
     virtual HRESULT STDMETHODCALLTYPE RegisterEndpointNotificationCallback(IMMNotificationClient *added) = 0;
     virtual HRESULT STDMETHODCALLTYPE UnregisterEndpointNotificationCallback(IMMNotificationClient *old) = 0;
 };
@@ -29,14 +27,11 @@ struct EndpointVolumeStart : IUnknown {
 class FakeEndpoint : IClassFactory, EnumeratorStart, DeviceStart, EndpointVolumeStart {
 public:
     FakeEndpoint() {
-        if (FAILED(CoRegisterClassObject(__uuidof(MMDeviceEnumerator), static_cast<IClassFactory *>(this),
-                                         CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookie_)))
-            throw std::runtime_error("cannot take the place of MMDeviceEnumerator");
+        CoRegisterClassObject(__uuidof(MMDeviceEnumerator), static_cast<IClassFactory *>(this),
+                              CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookie_);
         references = 0; // those of COM itself do not count
     }
     ~FakeEndpoint() { CoRevokeClassObject(cookie_); }
-    FakeEndpoint(const FakeEndpoint &) = delete;
-    FakeEndpoint &operator=(const FakeEndpoint &) = delete;
 
     void notifyFromAudioThread(float level, bool muted) const {
         std::thread([=] {
@@ -61,16 +56,13 @@ private:
     ULONG STDMETHODCALLTYPE Release() override { return static_cast<ULONG>(--references); }
 
     HRESULT STDMETHODCALLTYPE LockServer(WINBOOL) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown *, REFIID iid, void **out) override {
-        return iid == __uuidof(IMMDeviceEnumerator) ? give(static_cast<EnumeratorStart *>(this), out)
-                                                    : E_NOINTERFACE;
+    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown *, REFIID, void **out) override {
+        return give(static_cast<EnumeratorStart *>(this), out);
     }
-    HRESULT STDMETHODCALLTYPE EnumAudioEndpoints() override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetDefaultAudioEndpoint(EDataFlow flow, ERole role, void **out) override {
         return flow == eRender && role == eConsole && present ? give(static_cast<DeviceStart *>(this), out)
                                                               : E_INVALIDARG;
     }
-    HRESULT STDMETHODCALLTYPE GetDevice() override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE RegisterEndpointNotificationCallback(IMMNotificationClient *added) override {
         defaultCallback = added;
         return S_OK;
@@ -79,22 +71,20 @@ private:
         defaultCallback.Reset();
         return S_OK;
     }
-    HRESULT STDMETHODCALLTYPE Activate(REFIID iid, DWORD, void *, void **out) override {
-        return iid == __uuidof(IAudioEndpointVolume) ? give(static_cast<EndpointVolumeStart *>(this), out)
-                                                     : E_NOINTERFACE;
+    HRESULT STDMETHODCALLTYPE Activate(REFIID, DWORD, void *, void **out) override {
+        return give(static_cast<EndpointVolumeStart *>(this), out);
     }
     HRESULT STDMETHODCALLTYPE RegisterControlChangeNotify(IAudioEndpointVolumeCallback *added) override {
         callback = added;
         return S_OK;
     }
-    HRESULT STDMETHODCALLTYPE UnregisterControlChangeNotify(IAudioEndpointVolumeCallback *old) override {
-        if (callback.Get() == old)
-            callback.Reset();
+    HRESULT STDMETHODCALLTYPE UnregisterControlChangeNotify(IAudioEndpointVolumeCallback *) override {
+        callback.Reset();
         return S_OK;
     }
 
     HRESULT give(IUnknown *part, void **out) {
-        AddRef();
+        ++references;
         *out = part;
         return S_OK;
     }

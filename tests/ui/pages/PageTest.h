@@ -1,6 +1,5 @@
 // A page under test: the whole form in a plain window, the blocks, and the recorder in place of the device
-// library. The test fills `device`, constructs its page controller from context(), and then works the form's
-// controls.
+// library. The test fills `device`, constructs its page from context(), and then works the form's controls.
 #pragma once
 
 #include "support/DeviceRecorder.h"
