@@ -1,77 +1,61 @@
-#include "update/ServerConfig.h"
+// The server configuration, and the CRC by which it and the installers are recognised.
 
+#include "update/ServerConfig.h"
 #include "update/Crc32.h"
 
-#include <algorithm>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <string>
 #include <unistd.h>
 
 namespace {
 
-constexpr std::array<uint8_t, 8> kKey{0x10, 0x32, 0x54, 0x76, 0x98, 0xBA, 0xDC, 0xFE};
+const std::filesystem::path kPath =
+    std::filesystem::temp_directory_path() / ("qor_file_test_" + std::to_string(getpid()));
 
-class ServerConfigFile : public ::testing::Test {
-protected:
-    std::filesystem::path path =
-        std::filesystem::temp_directory_path() / ("qor_netcfg_test_" + std::to_string(getpid()));
-
-    void TearDown() override { std::filesystem::remove(path); }
-
-    int32_t load(const void *bytes, size_t count, ServerConfigRecord &record) {
-        std::ofstream file(path, std::ios::binary | std::ios::trunc);
-        file.write(static_cast<const char *>(bytes), static_cast<std::streamsize>(count));
-        file.close();
-        return loadServerConfig(path, record);
-    }
-
-    // A record put together by hand from the layout, so that a maker and a reader wrong in the same way are
-    // found. The user's name fills its field.
-    static ServerConfigRecord storedByHand() {
-        ServerConfigRecord record{};
-        std::copy(kKey.begin(), kKey.end(), record.begin());
-        const uint8_t numbers[] = {10, 0, 200, 255, 0x15, 0x08, 1, 0, 0xD4, 0xC3, 0xB2, 0xA1};
-        std::copy(std::begin(numbers), std::end(numbers), record.begin() + 8);
-        std::fill_n(record.begin() + 20, 32, uint8_t{'u'});
-        record[52] = 'p';
-        record[84] = 'f';
-        for (size_t i = 0; i <= 331; ++i)
-            record[8 + i] ^= static_cast<uint8_t>((i % 256) ^ kKey[i % 8]);
-        const uint32_t check = crcRegister(record.data(), 340);
-        for (size_t i = 0; i < 4; ++i)
-            record[340 + i] = static_cast<uint8_t>(check >> (8 * i));
-        return record;
-    }
-};
-
-TEST_F(ServerConfigFile, HasAFixedLayout) {
-    const ServerConfigRecord stored = storedByHand();
-    ServerConfigRecord record;
-    ASSERT_EQ(load(stored.data(), stored.size(), record), 1);
-    const ServerConfig config = getServerConfig(record);
-    EXPECT_EQ(config.server.address, "10.0.200.255");
-    EXPECT_EQ(config.server.port, 0x10815u);
-    EXPECT_EQ(config.reserved, 0xA1B2C3D4u);
-    EXPECT_EQ(config.server.user, std::string(32, 'u'));
-    EXPECT_EQ(config.server.password, "p");
-    EXPECT_EQ(config.folder, "f");
-    EXPECT_EQ(makeServerConfig(config, kKey), stored);
+void write(const std::string &bytes) {
+    std::ofstream(kPath, std::ios::binary) << bytes;
 }
 
-TEST_F(ServerConfigFile, DamageAndWrongSizesAreFound) {
-    const ServerConfigRecord stored = storedByHand();
+TEST(StoredFiles, HaveTheComplementOfThePublishedCrc) {
+    EXPECT_EQ(crcRegister("123456789", 9), ~0xCBF43926u);
+    uint32_t crc = 77;
+    EXPECT_EQ(fileCrc(kPath, crc), -1);
+    write("");
+    EXPECT_EQ(fileCrc(kPath, crc), -2);
+    EXPECT_EQ(crc, 77u);
+    const std::string bytes = std::string(1 << 20, 'x') + 'y'; // one more than is read at once
+    write(bytes);
+    EXPECT_EQ(fileCrc(kPath, crc), static_cast<int64_t>(bytes.size()));
+    EXPECT_EQ(crc, crcRegister(bytes.data(), bytes.size()));
+    std::filesystem::remove(kPath);
+}
+
+TEST(StoredFiles, ServerConfigurationHasAFixedLayoutAndShowsDamage) {
+    const std::array<uint8_t, 8> key{0x10, 0x32, 0x54, 0x76, 0x98, 0xBA, 0xDC, 0xFE};
+    const std::string user(32, 'u'); // fills its field
+    const ServerConfig config{{"10.0.200.255", 0x10815, user, "p"}, 0xA1B2C3D4, "f"};
+    const ServerConfigRecord stored = makeServerConfig(config, key);
+    // The check field of the record as another program put it together.
+    EXPECT_EQ(std::string(stored.end() - 4, stored.end()), "\xB2\xB9\x39\xB0");
+
     ServerConfigRecord record;
-    for (size_t i = 0; i < stored.size(); ++i) {
-        ServerConfigRecord damaged = stored;
-        damaged[i] ^= static_cast<uint8_t>(1 << i % 8);
-        ASSERT_EQ(load(damaged.data(), damaged.size(), record), -1) << "byte " << i;
+    EXPECT_EQ(loadServerConfig(kPath, record), -1) << "missing";
+    std::string bytes(stored.begin(), stored.end());
+    write(bytes);
+    ASSERT_EQ(loadServerConfig(kPath, record), 1);
+    EXPECT_EQ(makeServerConfig(getServerConfig(record), key), stored);
+    for (char &byte : bytes) {
+        byte ^= 4;
+        write(bytes);
+        ASSERT_EQ(loadServerConfig(kPath, record), -1) << "byte " << &byte - bytes.data();
+        byte ^= 4;
     }
-    std::array<uint8_t, 345> longer{};
-    std::copy(stored.begin(), stored.end(), longer.begin());
-    for (size_t size : {0, 343, 345})
-        EXPECT_EQ(load(longer.data(), size, record), -2) << size;
-    std::filesystem::remove(path);
-    EXPECT_EQ(loadServerConfig(path, record), -1);
+    for (size_t size : {345, 343, 0}) {
+        std::filesystem::resize_file(kPath, size);
+        EXPECT_EQ(loadServerConfig(kPath, record), -2) << size;
+    }
+    std::filesystem::remove(kPath);
 }
 
 } // namespace

@@ -8,53 +8,31 @@
 #include "update/ScriptedFtpServer.h"
 #include "update/UpdateInfo.h"
 
-#include <algorithm>
-#include <filesystem>
 #include <fstream>
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QSignalSpy>
 #include <QTest>
 
-using testing::Contains;
-using testing::ElementsAre;
-using testing::HasSubstr;
 namespace fs = std::filesystem;
 
 namespace {
 
-const std::string kInstalled = "the installed package";
+const fs::path kFolder = fs::temp_directory_path() / "qor_update_test";
 const std::string kNewer = "a newer package, " + std::string(70000, 'n');
-constexpr char kInformationPath[] = "kit\\qor_updateinfo.dat", kInstallerPath[] = "kit\\setup.exe";
-constexpr int kPatienceMs = 30000; // for what comes within a second on an idle machine
 
 std::string entryOf(const std::string &installer) {
     return installerEntry(crcRegister(installer.data(), installer.size()));
 }
 
-void writeFile(const fs::path &path, const std::string &bytes) {
-    fs::create_directories(path.parent_path());
-    std::ofstream(path, std::ios::binary) << bytes;
-}
-
-// The update with its widgets, an installation folder, a server and a temporary folder of its own.
+// The update with its widgets, a server, and a folder that is the installation's and the temporary one.
 class SoftwareUpdateTest : public testing::Test {
 protected:
-    static const fs::path &testRoot() {
-        static const fs::path root = fs::temp_directory_path() / "qor_update_test"; // before TMP is changed
-        return root;
-    }
-    fs::path installation_ = testRoot() / "installation";
-    fs::path backup_ = installation_ / "backup" / "setup_backup.exe";
-    fs::path configuration_ = installation_ / "qor_netcfg.fsc";
-    fs::path temporary_ = testRoot() / "temp";
-    fs::path saved_ = temporary_ / "qor_setup.exe";
-    ScriptedFtpServer server_;
+    const fs::path backup_ = kFolder / "backup" / "setup_backup.exe",
+                   configuration_ = kFolder / "qor_netcfg.fsc", saved_ = kFolder / "qor_setup.exe";
     FtpScript script_;
+    std::unique_ptr<ScriptedFtpServer> server_;
     InterfaceLanguage language_;
     std::unique_ptr<QWidget> window_ = std::make_unique<QWidget>();
     QLabel *const status_ = new QLabel(window_.get());
@@ -66,152 +44,98 @@ protected:
     void SetUp() override {
         DeviceRecorder::instance().reset();
         language_.code = 1;
-        fs::remove_all(testRoot());
-        fs::create_directories(temporary_);
-        SetEnvironmentVariableW(L"TMP", temporary_.c_str());
+        fs::create_directories(backup_.parent_path());
+        std::ofstream(backup_) << "installed";
+        SetEnvironmentVariableW(L"TMP", kFolder.c_str());
         Registry::CreateKey(ProductSettings::kProductKey);
-        Registry::WriteStringValue(ProductSettings::kProductKey, L"InstallPath", installation_.wstring());
-        writeFile(backup_, kInstalled);
-        ServerConfig config;
-        config.server.address = "127.0.0.1";
-        config.server.port = server_.port();
-        config.server.user = "maker";
-        config.server.password = "secret";
-        config.folder = "kit";
-        const ServerConfigRecord record = makeServerConfig(config, {1, 2, 3, 4, 5, 6, 7, 8});
-        writeFile(configuration_, std::string(record.begin(), record.end()));
-        script_.files[kInformationPath] = entryOf("something older") + "\r\n" + entryOf(kNewer);
-        script_.files[kInstallerPath] = kNewer;
-        server_.setScript(script_);
+        Registry::WriteStringValue(ProductSettings::kProductKey, L"InstallPath", kFolder.wstring());
+        serve(entryOf(kNewer), kNewer);
     }
-    void TearDown() override { fs::remove_all(testRoot()); }
+    void TearDown() override { fs::remove_all(kFolder); }
 
-    bool awaitStatus(const QString &text) {
-        return QTest::qWaitFor([&] { return status_->text() == text; }, kPatienceMs);
-    }
-    bool awaitEnd() {
-        return QTest::qWaitFor([&] { return check_->isEnabled(); }, kPatienceMs);
-    }
-    void expectNothingSavedOrStarted() {
-        EXPECT_FALSE(fs::is_regular_file(saved_));
-        EXPECT_EQ(DeviceRecorder::instance().calls.size(), 0u);
+    void serve(const std::string &information, const std::optional<std::string> &installer) {
+        script_.files = {{"kit\\qor_updateinfo.dat", information}};
+        if (installer)
+            script_.files["kit\\setup.exe"] = *installer;
+        server_ = std::make_unique<ScriptedFtpServer>(script_);
+        const ServerConfig config{{"127.0.0.1", server_->port(), "maker", "secret"}, 0, "kit"};
+        const ServerConfigRecord record = makeServerConfig(config, {1, 2, 3, 4, 5, 6, 7, 8});
+        std::ofstream(configuration_, std::ios::binary) << std::string(record.begin(), record.end());
     }
 };
 
-TEST_F(SoftwareUpdateTest, CheckReportsEachStep) {
-    EXPECT_EQ(update_->checkForUpdate(), CheckResult::NewVersion);
-    const struct {
-        std::string information;
-        CheckResult result;
-    } rows[] = {
-        {entryOf(kNewer) + "\n" + entryOf(kInstalled) + "\n", CheckResult::IsCurrent},
-        {std::string("x\0", 2) + entryOf(kInstalled), CheckResult::NewVersion}, // nothing after a NUL counts
-        {"", CheckResult::EmptyInformation},
-    };
-    for (const auto &row : rows) {
-        script_.files[kInformationPath] = row.information;
-        server_.setScript(script_);
-        EXPECT_EQ(update_->checkForUpdate(), row.result) << row.information;
-    }
-    server_.setScript({});
+TEST_F(SoftwareUpdateTest, ChecksStepByStep) {
+    QPushButton updateButton;
+    update_->checkAtStart(&updateButton);
+    EXPECT_EQ(status_->text(), "New version found");
+    serve(std::string("x\0", 2) + entryOf("installed"), kNewer);
+    EXPECT_EQ(update_->checkForUpdate(), CheckResult::NewVersion) << "nothing after a NUL counts";
+    serve("", kNewer);
+    EXPECT_EQ(update_->checkForUpdate(), CheckResult::EmptyInformation);
+    script_.replies["PASS"] = {"530 no\r\n"};
+    serve("", "");
     EXPECT_EQ(update_->checkForUpdate(), CheckResult::NoInformation);
-    script_.steps["PASS"] = {"", FtpStep::StaysSilent};
-    server_.setScript(script_);
-    QElapsedTimer clock;
-    clock.start();
-    EXPECT_EQ(update_->checkForUpdate(), CheckResult::NoInformation);
-    EXPECT_LT(clock.elapsed(), 8000);
     fs::remove(backup_);
     EXPECT_EQ(update_->checkForUpdate(), CheckResult::NoPackageCopy);
     fs::resize_file(configuration_, 343);
     EXPECT_EQ(update_->checkForUpdate(), CheckResult::NoConfiguration);
-    Registry::DeleteValue(ProductSettings::kProductKey, L"InstallPath");
+    language_.code = 0;
     bar_->setValue(33);
-    EXPECT_EQ(update_->checkForUpdate(), CheckResult::NoConfiguration);
+    update_->checkAtStart(&updateButton);
+    EXPECT_EQ(status_->text(), QStringLiteral("没有发现新版本"));
     EXPECT_EQ(bar_->value(), 0);
 }
 
-TEST_F(SoftwareUpdateTest, StartUpCheckShowsTheOutcomeAndDownloadsNothing) {
-    QPushButton updateButton;
-    QSignalSpy clicked(&updateButton, &QPushButton::clicked);
-    update_->checkAtStart(&updateButton);
-    EXPECT_EQ(status_->text(), "New version found");
-    EXPECT_EQ(clicked.count(), 1);
-    fs::remove(configuration_);
-    language_.code = 0;
-    update_->checkAtStart(&updateButton);
-    EXPECT_EQ(status_->text(), QStringLiteral("没有发现新版本"));
-    EXPECT_EQ(clicked.count(), 1);
-    EXPECT_THAT(server_.commands(), testing::Not(Contains(HasSubstr("setup.exe"))));
-}
-
-TEST_F(SoftwareUpdateTest, InstallerIsSavedAndStartedAfterConsent) {
+TEST_F(SoftwareUpdateTest, OnlyAListedInstallerIsSavedAndStartedAfterConsent) {
+    const std::string start = "_start_task(qor_setup.exe, null, 5, " + kFolder.string() + "\\)";
     const struct {
-        bool english, consents, isInTheWay; // a folder of the file's name
-    } rows[] = {{true, true, false}, {true, false, false}, {false, true, true}};
+        std::optional<std::string> installer;
+        std::optional<size_t> button; // 0: consents, 1: declines
+        bool isInTheWay;              // a folder of the file's name
+        const char *status;
+        std::vector<std::string> calls;
+    } rows[] = {
+        {kNewer.substr(1), {}, false, "Illeagal installer package", {}},
+        {"", {}, false, "Illeagal installer package", {}},
+        {std::nullopt, {}, false, "Download Failed", {}},
+        {kNewer, 1, false, "Download Success", {}},
+        {kNewer, 0, true, "Download Success", {}},
+        {kNewer, 0, false, "Download Success", {start}},
+    };
     for (const auto &row : rows) {
-        DeviceRecorder::instance().reset();
+        SCOPED_TRACE(row.status);
+        serve(entryOf("something older") + "\r\n" + entryOf(kNewer), row.installer);
         fs::remove(saved_);
         if (row.isInTheWay)
             fs::create_directories(saved_);
-        language_.code = row.english;
-        BoxAnswerer answerer(row.consents ? 0 : 1);
-        check_->click();
-        EXPECT_EQ(status_->text(), row.english ? "Start downloading" : QStringLiteral("开始下载"));
-        EXPECT_TRUE(awaitStatus(row.english ? "Download Success" : QStringLiteral("下载成功")));
-        EXPECT_EQ(bar_->value(), 100);
-        EXPECT_EQ(answerer.box().title, L"upgrade");
-        EXPECT_EQ(answerer.box().text,
-                  row.english ? L"Download completed,press OK to upgrade" : L"下载结束，升级请按OK键");
-        EXPECT_EQ(answerer.box().owner, nullptr);
-        if (row.consents && !row.isInTheWay) {
-            EXPECT_TRUE(
-                QTest::qWaitFor([] { return !DeviceRecorder::instance().calls.empty(); }, kPatienceMs));
-            EXPECT_THAT(DeviceRecorder::instance().calls,
-                        ElementsAre("_start_task(qor_setup.exe, null, 5, " + temporary_.string() + "\\)"));
-            EXPECT_EQ(fs::file_size(saved_), kNewer.size());
-        }
-        EXPECT_TRUE(awaitEnd());
-        if (!row.consents || row.isInTheWay)
-            expectNothingSavedOrStarted();
-    }
-}
-
-TEST_F(SoftwareUpdateTest, BadDownloadsEndWithoutAnInstaller) {
-    for (const std::string &installer : {kNewer.substr(1), std::string()}) {
-        script_.files[kInstallerPath] = installer;
-        server_.setScript(script_);
+        std::optional<BoxAnswerer> answerer;
+        if (row.button)
+            answerer.emplace(*row.button);
         check_->click();
         check_->click(); // disabled: one download at a time
-        EXPECT_FALSE(check_->isEnabled());
-        EXPECT_TRUE(awaitStatus("Illeagal installer package")) << status_->text().toStdString();
-        EXPECT_TRUE(awaitEnd());
-        expectNothingSavedOrStarted();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return check_->isEnabled(); }, 30000));
+        EXPECT_EQ(status_->text(), row.status);
+        EXPECT_EQ(DeviceRecorder::instance().calls, row.calls);
+        EXPECT_EQ(fs::is_regular_file(saved_), !row.calls.empty());
     }
-    script_.files.erase(kInstallerPath);
-    server_.setScript(script_);
-    check_->click();
-    EXPECT_TRUE(awaitStatus("Download Failed")) << status_->text().toStdString();
-    expectNothingSavedOrStarted();
+    EXPECT_EQ(bar_->value(), 100);
+    EXPECT_EQ(fs::file_size(saved_), kNewer.size());
 }
 
 TEST_F(SoftwareUpdateTest, WindowMayCloseDuringADownload) {
-    script_.pieceSize = kNewer.size() / 10;
-    server_.setScript(script_);
+    script_.heldLine = "RETR kit\\setup.exe";
+    serve(entryOf(kNewer), kNewer);
     check_->click();
-    ASSERT_TRUE(awaitStatus("Downloading,please DON'T leaves this page..."));
+    EXPECT_EQ(status_->text(), "Start downloading");
+    EXPECT_TRUE(server_->awaitLine(script_.heldLine));
     update_.reset();
     window_.reset();
+    server_->release();
     // The thread goes on to the end, with nobody to tell and no box to show.
-    EXPECT_TRUE(QTest::qWaitFor(
-        [&] {
-            const std::vector<std::string> commands = server_.commands();
-            return std::count(commands.begin(), commands.end(), "QUIT") == 2; // of the check and the download
-        },
-        kPatienceMs));
+    EXPECT_TRUE(server_->awaitLine("QUIT", 2)); // of the check and the download
     QTest::qWait(300);
     EXPECT_EQ(FindWindowW(L"#32770", L"upgrade"), nullptr);
-    expectNothingSavedOrStarted();
+    EXPECT_FALSE(fs::exists(saved_));
 }
 
 } // namespace
