@@ -1,68 +1,50 @@
-// The real program with a virtual receiver plugged in: the headset's own button, all the way to the property
-// block and back.
+// The real program with a virtual receiver: the headset's own button, to the property block and back.
 #include "hid/PluggedReceiver.h"
 #include "program/Panel.h"
 
+#include <algorithm>
+#include <dbt.h>
 #include <gtest/gtest.h>
-#include <string>
-#include <vector>
 
-namespace {
-
-using Report = PluggedReceiver::Report;
-
-// The first two bytes of every SoundBlock that was written, such as "00 01".
-std::vector<std::string> writtenSwitches(const Panel &panel) {
-    const std::string soundBlockWrite = "setDeviceProperty(type 2, 0: ";
-    std::vector<std::string> result;
-    for (const std::string &line : panel.ownJournal()) {
-        if (line.rfind(soundBlockWrite, 0) == 0)
-            result.push_back(line.substr(soundBlockWrite.size(), 5));
-    }
-    return result;
-}
-
-size_t batteryRequests(const Panel &panel) {
-    size_t count = 0;
-    for (const std::string &line : panel.ownJournal())
-        count += line.rfind("_hid_trans_data(", 0) == 0;
-    return count;
+static std::vector<std::string> ownCalls(const Panel &panel, const std::string &beginning) {
+    std::vector<std::string> lines = panel.ownJournal();
+    const auto isOther = [&](const std::string &line) { return line.rfind(beginning, 0) != 0; };
+    lines.erase(std::remove_if(lines.begin(), lines.end(), isOther), lines.end());
+    return lines;
 }
 
 TEST(PanelKeyEvent, TogglesTheBlockAndAnswersTheReceiverWheneverItComes) {
-    PluggedReceiver hid;
-    hid.unplug();
     Panel::prepare();
     Panel panel;
-    panel.start();
-    ASSERT_TRUE(panel.waitForWindow());
+    ASSERT_TRUE(panel.startAndShow());
+    PluggedReceiver hid;
+    // Wine's own message stays away when its Plug and Play service has ended.
+    const auto tell = [&] { PostMessageW(panel.window(), WM_DEVICECHANGE, DBT_DEVNODES_CHANGED, 0); };
+    const auto batteryRequests = [&] { return ownCalls(panel, "_hid_trans_data(").size(); };
     for (int plugged = 0; plugged < 2; ++plugged) {
-        // Just after a regular request for the battery, the next of which would come 5 s later.
-        const size_t before = batteryRequests(panel);
-        ASSERT_TRUE(waitUntil([&] { return batteryRequests(panel) > before; }));
-        const DWORD start = GetTickCount();
-        hid.plug();
-        EXPECT_TRUE(waitUntil([&] { return batteryRequests(panel) > before + 1; }));
-        EXPECT_LT(GetTickCount() - start, 4000u);
-        ASSERT_TRUE(hid.waitForListener());
         hid.unplug();
+        hid.plug();
+        // Just after a regular request for the battery, the next of which would come 5 s later.
+        const size_t before = batteryRequests();
+        ASSERT_TRUE(waitUntil([&] { return batteryRequests() > before; }));
+        const DWORD start = GetTickCount();
+        EXPECT_TRUE(giveUntil(tell, [&] { return batteryRequests() > before + 1; }));
+        EXPECT_LT(GetTickCount() - start, 4000u);
+        ASSERT_TRUE(hid.waitForListener(tell));
     }
-    hid.plug();
-    ASSERT_TRUE(hid.waitForListener());
 
-    std::vector<std::string> written = writtenSwitches(panel);
-    const std::string firstByte = written.back().substr(0, 3);
-    uint8_t state = written.back().back() == '1';
+    // Up to the second byte of the sound block, such as "...0: 00 01".
+    const auto written = [&] {
+        return ownCalls(panel, "setDeviceProperty(type 2, 0: ").back().substr(0, 34);
+    };
+    std::string expected = written();
     for (size_t byte = 1; byte <= 5; ++byte) {
-        Report other = PluggedReceiver::keyEvent();
+        PluggedReceiver::Report other = PluggedReceiver::keyEvent();
         other[byte] ^= 0x03;
         hid.input(other); // no key event
         hid.input(PluggedReceiver::keyEvent());
-        state ^= 1;
-        written.push_back(firstByte + (state ? "01" : "00"));
-        EXPECT_EQ(hid.nextWrite(20000), PluggedReceiver::keyEvent(state)) << byte;
-        EXPECT_TRUE(waitUntil([&] { return writtenSwitches(panel) == written; })) << byte;
+        expected.back() ^= 1; // '0' or '1'
+        EXPECT_EQ(hid.nextWrite(20000), PluggedReceiver::keyEvent(expected.back() & 1)) << byte;
+        EXPECT_TRUE(waitUntil([&] { return written() == expected; })) << byte;
     }
 }
-
-} // namespace
