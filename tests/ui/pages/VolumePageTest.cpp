@@ -108,6 +108,9 @@ TEST_F(VolumePageTest, ItsOwnVolumeDoesNotComeBack) {
     report(0.7f);
     report(0.8f);
     EXPECT_THAT(sent(), ElementsAre(30, 0, 30));
+    form.verticalSlider_5->setValue(70);
+    report(0.7f);
+    EXPECT_THAT(sent(), ElementsAre(69, 69, 29)) << "the echo of an unlocked left channel passes";
 }
 
 // None at the start, then two devices after each other, as a headset is plugged in and another one chosen.
