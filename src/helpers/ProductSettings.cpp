@@ -36,8 +36,15 @@ Result logged(Operation operation, Result otherwise) {
     return otherwise;
 }
 
+// A missing key means that every value is missing. It is looked for last, since one value is read ten times a second.
 bool exists(const wchar_t *key, const wchar_t *name) {
-    return Registry::KeyExists(key) && Registry::ValueExists(key, name);
+    try {
+        return Registry::ValueExists(key, name);
+    } catch (const RegistryException &) {
+        if (Registry::KeyExists(key))
+            throw;
+        return false;
+    }
 }
 
 template<typename Value>

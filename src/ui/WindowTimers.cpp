@@ -1,9 +1,7 @@
 #include "ui/WindowTimers.h"
 
 WindowTimers::WindowTimers(QObject *window)
-    : handover(window), reLayout(window), rotation(window), tick(window), battery(window),
-      batteryNow(window) {
-    handover.setInterval(100);
+    : reLayout(window), rotation(window), tick(window), battery(window), batteryNow(window) {
     reLayout.setInterval(100);
     reLayout.setSingleShot(true);
     rotation.setInterval(100);
@@ -20,6 +18,6 @@ void WindowTimers::startForPages() {
 }
 
 void WindowTimers::stopAll() {
-    for (QTimer *timer : {&handover, &reLayout, &rotation, &tick, &battery, &batteryNow})
+    for (QTimer *timer : {&reLayout, &rotation, &tick, &battery, &batteryNow})
         timer->stop();
 }

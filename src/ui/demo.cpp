@@ -154,8 +154,7 @@ void demo::connectSystem() {
 void demo::startHandoverPoll() {
     if (ProductSettings::readString(L"EnableAllDev") == std::wstring(L"true"))
         return;
-    connect(&timers_.handover, &QTimer::timeout, this, &demo::pollHandover);
-    timers_.handover.start();
+    connect(&timers_.tick, &QTimer::timeout, this, &demo::pollHandover);
 }
 
 void demo::keepFocusOffSliders() {
