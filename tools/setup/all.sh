@@ -10,7 +10,7 @@ is_complete() { [ -z "$("$setup/packages.sh" --missing)" ] && [ -e "$(qt_dir)" ]
 # The lock belongs to `flock`, which closes it for what it starts: a wineserver that stays behind does not hold it.
 if [ "${1:-}" != --locked ]; then
     ! is_complete || exit 0
-    need_space "$CACHE" 3000
+    mkdir -p "$CACHE" 2>/dev/null || die "cannot create $CACHE"
     code=0
     flock --nonblock --conflict-exit-code 75 -o "$CACHE/lock" "$0" --locked || code=$?
     [ "$code" = 75 ] || exit "$code"
@@ -18,6 +18,7 @@ if [ "${1:-}" != --locked ]; then
     exec flock -o "$CACHE/lock" "$0" --locked
 fi
 
+[ -e "$(qt_dir)" ] || [ -e "$(qt_work_dir)/done-unpack" ] || need_space "$CACHE" 2000
 background=()
 trap '[ ${#background[@]} = 0 ] || kill "${background[@]}" 2>/dev/null || true' EXIT
 output=$(mktemp -d)
