@@ -1,17 +1,32 @@
 #!/usr/bin/env bash
-# tour.sh: starts the panel on a display in memory, clicks through all offered pages and the dialogs in both languages,
-# and saves a picture of each as build/tour/<language>-<page>.png; then one of the equalizer on small and scaled screens.
-# tour.sh WIDTHxHEIGHT DPI TASKBAR: that picture of one such screen, build/tour/screen-<WIDTHxHEIGHT>-<DPI>.png.
-# The panel starts with a new headset and leaves no trace but the pictures.
+# tour.sh: starts the panel on displays in memory, clicks through all offered pages and the dialogs in both languages,
+# and saves a picture of each as build/tour/<language>-<page>.png; and one of the equalizer on small and scaled screens.
+# tour.sh language zh|en, tour.sh screen WIDTHxHEIGHT DPI TASKBAR: one part of it (build/tour/screen-<WIDTHxHEIGHT>-<DPI>.png).
+# Each part starts with a new headset and leaves no trace but the pictures.
 set -euo pipefail
-. "$(dirname "$0")/../wine/session.sh"
-. "$(dirname "$0")/../run-common.sh"
-
+. "$(dirname "$0")/../setup/common.sh"
 PICTURES=$BUILD/tour
 FORM_WIDTH=1071           # of the main window at 100 %
 CONTENT=865x590+206+69    # the part right of the navigation and below the top bar
 REST_X=1030 REST_Y=860    # where the pointer waits, so that nothing is shown hovered
 
+# All parts, as many at a time as there are cores; what a part prints comes when it has ended.
+if [ $# = 0 ]; then
+    say "no display: taking pictures of all pages and dialogs in both languages (15 seconds on two cores)"
+    mkdir -p "$PICTURES"
+    rm -f "$PICTURES"/*.png
+    printf '%s\n' "language zh" "language en" "screen 1366x768 96 40" "screen 1280x720 96 48" \
+        "screen 1920x1080 144 60" "screen 2560x1440 144 60" |
+        xargs -P "$(nproc)" -I PART bash -c 'printed=$("$0" PART) && printf "%s\n" "$printed"' "$0" ||
+        die "the tour stopped"
+    cmp -s "$PICTURES/zh-volume.png" "$PICTURES/en-volume.png" &&
+        die "both languages look the same, see $PICTURES/zh-volume.png and en-volume.png"
+    say "the tour is complete"
+    exit
+fi
+
+. "$(dirname "$0")/../wine/session.sh"
+. "$(dirname "$0")/../run-common.sh"
 mkdir -p "$PICTURES"
 
 # Sets X, Y, WIDTH and HEIGHT, the window's place on the screen; false while it is not there in its full size.
@@ -60,19 +75,38 @@ click() {
         mousemove $((X + REST_X)) $((Y + REST_Y))
 }
 
-# walk LANGUAGE: a picture of every page and dialog; a click that changes nothing is a failure.
+# walk LANGUAGE: a picture of every page and dialog. A click that changes nothing is given again, twice.
 walk() {
     local name x y close_x close_y file before=''
     while read -r name x y close_x close_y; do
         case $name in ''|'#'*) continue ;; esac
         file=$PICTURES/$1-$name.png
-        click "$x" "$y"
-        take "$file"
+        for _ in 1 2 3; do
+            click "$x" "$y"
+            take "$file"
+            [ "$CONTENT_SUM" = "$before" ] || break
+        done
         [ "$CONTENT_SUM" != "$before" ] || die "the click on \"$name\" at $x,$y did not change the page, see $file"
         before=$CONTENT_SUM
         [ -z "$close_x" ] || click "$close_x" "$close_y"
         printf '%s\n' "$file"
     done <"$ROOT/tools/tour/stops.txt"
+}
+
+end_shown_panel() {
+    end_panel "$panel" || die "the panel did not end within 5 seconds"
+    wait "$panel" || die "the panel ended with exit code $?"
+}
+
+# show_language zh|en
+show_language() {
+    start_display
+    install_product_key
+    set_value "$PRODUCT_KEY" language REG_DWORD "$([ "$1" = zh ] && echo 0 || echo 1)"
+    headset plug
+    start_panel
+    walk "$1"
+    end_shown_panel
 }
 
 # show_screen WIDTHxHEIGHT DPI TASKBAR
@@ -84,31 +118,8 @@ show_screen() {
     start_panel
     click $((100 * WIDTH / FORM_WIDTH)) $((260 * WIDTH / FORM_WIDTH)) # the equalizer, where stops.txt has it
     take "$file"
-    end_panel "$panel" || die "the panel did not end within 5 seconds"
+    end_shown_panel
     printf '%s\n' "$file"
 }
 
-if [ $# -gt 0 ]; then
-    show_screen "$@"
-    exit
-fi
-
-rm -f "$PICTURES"/*.png
-say "no display: taking pictures of all pages and dialogs in both languages (less than a minute)"
-start_display
-install_product_key
-headset plug
-for language in zh en; do
-    set_value "$PRODUCT_KEY" language REG_DWORD "$([ "$language" = zh ] && echo 0 || echo 1)"
-    start_panel
-    walk "$language"
-    end_panel "$panel" || die "the panel did not end within 5 seconds"
-    wait "$panel" || die "the panel ended with exit code $?"
-done
-cmp -s "$PICTURES/zh-volume.png" "$PICTURES/en-volume.png" &&
-    die "both languages look the same, see $PICTURES/zh-volume.png and en-volume.png"
-for screen in "1366x768 96 40" "1280x720 96 48" "1920x1080 144 60" "2560x1440 144 60"; do
-    # shellcheck disable=SC2086
-    "$0" $screen
-done
-say "the tour is complete"
+"show_$1" "${@:2}"
