@@ -2,8 +2,6 @@
 
 #include "ui_demoClass.h"
 
-#include <QStyle>
-#include <QStyleOptionSlider>
 #include <stdexcept>
 
 namespace {
@@ -46,24 +44,4 @@ POINT FormMap::centreOf(const char *objectName) {
                        widget.rect().center().y());
     const QPoint centre = widget.mapTo(window_.get(), place);
     return {centre.x(), centre.y()};
-}
-
-POINT FormMap::sliderPoint(const char *objectName, int value) {
-    const POINT centre = centreOf(objectName);
-    auto &slider = static_cast<QSlider &>(control(objectName));
-    slider.setValue(value);
-    QStyleOptionSlider option;
-    option.initFrom(&slider);
-    option.orientation = slider.orientation();
-    if (slider.orientation() == Qt::Horizontal)
-        option.state |= QStyle::State_Horizontal;
-    option.minimum = slider.minimum();
-    option.maximum = slider.maximum();
-    option.sliderPosition = slider.sliderPosition();
-    option.sliderValue = slider.value();
-    option.upsideDown = slider.orientation() == Qt::Vertical;
-    const QRect handle =
-        slider.style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, &slider);
-    const QPoint at = slider.mapTo(window_.get(), handle.center());
-    return slider.orientation() == Qt::Vertical ? POINT{centre.x, at.y()} : POINT{at.x(), centre.y};
 }

@@ -13,8 +13,6 @@ public:
 
     // Centre of the control in the main window. Shows the control's page first, as the panel does.
     POINT centreOf(const char *objectName);
-    // Where a slider's handle is at the value.
-    POINT sliderPoint(const char *objectName, int value);
 
 private:
     QWidget &control(const char *objectName);

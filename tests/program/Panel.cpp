@@ -11,49 +11,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const wchar_t kSimulatorKey[] = L"HKEY_CURRENT_USER\\Software\\QorSoundKit Simulator";
 const wchar_t kJournal[] = L"C:\\panel journal.txt";
-
-struct Search {
-    DWORD process;
-    const wchar_t *className; // null: any visible window of Qt
-    HWND found;
-};
-
-BOOL CALLBACK match(HWND window, LPARAM argument) {
-    auto &search = *reinterpret_cast<Search *>(argument);
-    DWORD process = 0;
-    GetWindowThreadProcessId(window, &process);
-    wchar_t name[128] = L"";
-    GetClassNameW(window, name, 128);
-    const std::wstring text = name;
-    const bool wanted = search.className ? text == search.className
-                                         : text.rfind(L"Qt5", 0) == 0 && text.find(L"QWindow") != text.npos;
-    if (process != search.process || !wanted || !IsWindowVisible(window))
-        return TRUE;
-    search.found = window;
-    return FALSE;
-}
-
-HWND find(DWORD process, const wchar_t *className) {
-    Search search{process, className, nullptr};
-    EnumWindows(&match, reinterpret_cast<LPARAM>(&search));
-    return search.found;
-}
-
-// In an unpainted window all pixels are the same.
-bool isPainted(HWND window) {
-    RECT client{};
-    POINT corner{};
-    GetClientRect(window, &client);
-    ClientToScreen(window, &corner);
-    const HDC screen = GetDC(nullptr);
-    std::set<COLORREF> colours;
-    for (int i = 1; i < 16; ++i)
-        colours.insert(GetPixel(screen, corner.x + client.right * i / 16, corner.y + client.bottom * i / 16));
-    ReleaseDC(nullptr, screen);
-    return colours.size() > 1;
-}
 
 // Every event carries its place, so that it arrives there also when the system reports earlier movements of
 // the pointer late.
@@ -64,33 +22,6 @@ void mouse(POINT screen, DWORD flags = 0) {
     input.mi.dy = (screen.y * 65536 + 32768) / GetSystemMetrics(SM_CYSCREEN);
     input.mi.dwFlags = flags | MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
     SendInput(1, &input, sizeof input);
-}
-
-// "date time process thread call" without the first four.
-std::string callOf(const std::string &line, DWORD onlyProcess) {
-    size_t at = 0;
-    for (int field = 0; field < 4; ++field) {
-        const size_t blank = line.find(' ', at);
-        if (blank == std::string::npos)
-            return {};
-        if (field == 2 && onlyProcess && line.substr(at, blank - at) != std::to_string(onlyProcess))
-            return {};
-        at = blank + 1;
-    }
-    return line.substr(at);
-}
-
-std::vector<std::string> readJournal(DWORD onlyProcess) {
-    std::vector<std::string> calls;
-    std::ifstream file{fs::path(kJournal)};
-    for (std::string line; std::getline(file, line);) {
-        while (!line.empty() && line.back() == '\r')
-            line.pop_back();
-        std::string call = callOf(line, onlyProcess);
-        if (!call.empty())
-            calls.push_back(std::move(call));
-    }
-    return calls;
 }
 
 } // namespace
@@ -116,8 +47,8 @@ void Panel::prepare() {
 }
 
 Panel::~Panel() {
-    if (running())
-        kill();
+    TerminateProcess(process_.get(), 99);
+    waitForEnd();
 }
 
 void Panel::start() {
@@ -125,7 +56,6 @@ void Panel::start() {
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process{};
-    window_ = nullptr;
     if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, folder().c_str(),
                         &startup, &process))
         return;
@@ -134,14 +64,15 @@ void Panel::start() {
     processId_ = process.dwProcessId;
 }
 
-bool Panel::waitForWindow(DWORD milliseconds) {
-    return waitUntil(
-               [this] {
-                   window_ = find(processId_, nullptr);
-                   return (window_ && isPainted(window_)) || !running();
-               },
-               milliseconds) &&
-           window_;
+bool Panel::waitForWindow() {
+    const auto isPainted = [this] { // in an unpainted window all pixels are the same
+        RECT frame{};
+        GetWindowRect(window_, &frame);
+        const std::vector<COLORREF> colours = coloursOf(frame);
+        return std::set<COLORREF>(colours.begin(), colours.end()).size() > 1;
+    };
+    const auto shows = [&] { return (window_ = findWindow(processId_, L"QWindow")) && isPainted(); };
+    return waitUntil([&] { return shows() || !running(); }) && window_;
 }
 
 bool Panel::running() const {
@@ -154,11 +85,6 @@ int Panel::waitForEnd(DWORD milliseconds) const {
         !GetExitCodeProcess(process_.get(), &code))
         return -1000;
     return static_cast<int>(code);
-}
-
-void Panel::kill() {
-    TerminateProcess(process_.get(), 99);
-    WaitForSingleObject(process_.get(), 5000);
 }
 
 void Panel::click(POINT position) const {
@@ -177,31 +103,37 @@ void Panel::press(WORD virtualKey) {
     SendInput(2, input, sizeof *input);
 }
 
-std::vector<std::string> Panel::journal() {
-    return readJournal(0);
+std::vector<std::string> Panel::journal() const {
+    std::vector<std::string> calls;
+    std::ifstream file{fs::path(kJournal)};
+    std::string date, time, thread, call;
+    DWORD process = 0;
+    while (file >> date >> time >> process >> thread && std::getline(file >> std::ws, call)) {
+        if (process == processId_)
+            calls.push_back(call);
+    }
+    return calls;
 }
 
-std::vector<std::string> Panel::ownJournal() const {
-    return readJournal(processId_);
-}
-
-HWND Panel::systemDialog() const {
-    return find(processId_, L"#32770");
-}
-
-std::wstring Panel::answerBox(DWORD milliseconds) const {
+std::wstring Panel::answerBox() const {
     HWND box = nullptr;
-    waitUntil([&] { return (box = systemDialog()) != nullptr; }, milliseconds);
-    if (!box)
+    if (!waitUntil([&] { return (box = systemDialog()) != nullptr; }))
         return {};
     wchar_t text[512] = L"";
-    for (HWND child = nullptr; (child = FindWindowExW(box, child, L"Static", nullptr)) != nullptr;) {
-        if (SendMessageW(child, WM_GETTEXT, 512, reinterpret_cast<LPARAM>(text)) > 0)
-            break;
-    }
-    const HWND button = FindWindowExW(box, nullptr, L"Button", nullptr);
-    PostMessageW(box, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(button), BN_CLICKED),
-                 reinterpret_cast<LPARAM>(button));
+    for (HWND child = nullptr; !*text && (child = FindWindowExW(box, child, L"Static", nullptr));)
+        SendMessageW(child, WM_GETTEXT, 512, reinterpret_cast<LPARAM>(text));
+    PostMessageW(FindWindowExW(box, nullptr, L"Button", nullptr), BM_CLICK, 0, 0);
     waitUntil([&] { return !IsWindow(box); });
     return text;
+}
+
+std::vector<COLORREF> coloursOf(const RECT &area) {
+    constexpr int kPoints = 20; // each way
+    std::vector<COLORREF> colours;
+    const HDC screen = GetDC(nullptr);
+    for (int i = 0; i < kPoints * kPoints; ++i)
+        colours.push_back(GetPixel(screen, area.left + (area.right - area.left) * (i % kPoints) / kPoints,
+                                   area.top + (area.bottom - area.top) * (i / kPoints) / kPoints));
+    ReleaseDC(nullptr, screen);
+    return colours;
 }

@@ -3,12 +3,13 @@
 #pragma once
 
 #include "helpers/WinHandles.h"
+#include "support/FindWindow.h"
 #include "support/WaitUntil.h"
 
 #include <initializer_list>
-#include <string>
 #include <vector>
-#include <windows.h>
+
+constexpr wchar_t kSimulatorKey[] = L"HKEY_CURRENT_USER\\Software\\QorSoundKit Simulator";
 
 class Panel {
 public:
@@ -24,7 +25,7 @@ public:
 
     // Starts QorSoundKit.exe. waitForWindow: until its main window is visible and painted.
     void start();
-    bool waitForWindow(DWORD milliseconds = 30000);
+    bool waitForWindow();
     bool startAndShow() {
         start();
         return waitForWindow();
@@ -35,9 +36,8 @@ public:
     bool running() const;
     // Exit code once the process has ended within the time; -1000 when it has not.
     int waitForEnd(DWORD milliseconds = 20000) const;
-    void kill();
 
-    // Inputs, given again until `seen` holds; false when it never does. Positions in the main window.
+    // Clicks at positions in the main window, given again until `seen` holds; false when it never does.
     template<typename Seen>
     bool click(std::initializer_list<POINT> positions, Seen seen) const {
         const auto give = [&] {
@@ -46,31 +46,23 @@ public:
         };
         return giveUntil(give, seen);
     }
-    template<typename Seen>
-    bool press(std::initializer_list<WORD> virtualKeys, Seen seen) const {
-        const auto give = [&] {
-            for (const WORD virtualKey : virtualKeys)
-                press(virtualKey);
-        };
-        return giveUntil(give, seen);
-    }
+    static void press(WORD virtualKey);
 
-    // Lines of the simulator's journal since prepare(), without time and ids: "_SetVolum(45, 0, 0) -> 0 ...".
-    static std::vector<std::string> journal();
-    // Of one process only.
-    std::vector<std::string> ownJournal() const;
+    // The process's lines of the simulator's journal, without time and ids: "_SetVolum(45, 0, 0) -> 0 ...".
+    std::vector<std::string> journal() const;
 
-    // A message box or another of Windows' own dialogs that the process shows; null when there is none.
-    HWND systemDialog() const;
-    // A message box of the process: waits for one, answers it by its first button, gives its text; empty if
-    // none.
-    std::wstring answerBox(DWORD milliseconds = 30000) const;
+    // A message box of the process; null when there is none.
+    HWND systemDialog() const { return findWindow(processId_, L"#32770"); }
+    // Waits for a message box and answers it by its first button; gives its text, empty if none came.
+    std::wstring answerBox() const;
 
 private:
     void click(POINT position) const;
-    static void press(WORD virtualKey);
 
     UniqueHandle process_;
     DWORD processId_ = 0;
     HWND window_ = nullptr;
 };
+
+// What part of the screen shows, by some of its pixels.
+std::vector<COLORREF> coloursOf(const RECT &area);

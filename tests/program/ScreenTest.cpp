@@ -20,31 +20,11 @@ RECT frameOf(HWND window) {
     return frame;
 }
 
-std::vector<uint32_t> pixels(const RECT &area) {
-    const int width = area.right - area.left;
-    const int height = area.bottom - area.top;
-    BITMAPINFO info{};
-    info.bmiHeader = {sizeof info.bmiHeader, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-    const HDC screen = GetDC(nullptr);
-    const HDC memory = CreateCompatibleDC(screen);
-    void *bits = nullptr;
-    const HBITMAP bitmap = CreateDIBSection(screen, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    const HGDIOBJ before = SelectObject(memory, bitmap);
-    BitBlt(memory, 0, 0, width, height, screen, area.left, area.top, SRCCOPY);
-    const auto *first = static_cast<const uint32_t *>(bits);
-    std::vector<uint32_t> copy(first, first + width * height);
-    DeleteObject(SelectObject(memory, before));
-    DeleteDC(memory);
-    ReleaseDC(nullptr, screen);
-    return copy;
-}
-
 class ScreenTest : public testing::Test {
 protected:
     void SetUp() override {
         Panel::prepare();
-        panel.start();
-        ASSERT_TRUE(panel.waitForWindow());
+        ASSERT_TRUE(panel.startAndShow());
         MONITORINFO info{};
         info.cbSize = sizeof info;
         GetMonitorInfoW(MonitorFromWindow(panel.window(), MONITOR_DEFAULTTOPRIMARY), &info);
@@ -68,12 +48,11 @@ protected:
         return scaled(place);
     }
 
-    // What the page's part of the screen shows.
-    std::vector<uint32_t> page() const {
+    std::vector<COLORREF> page() const {
         const RECT frame = frameOf(panel.window());
         const POINT from = scaled({250, 100});
         const POINT to = scaled({1000, 560});
-        return pixels({frame.left + from.x, frame.top + from.y, frame.left + to.x, frame.top + to.y});
+        return coloursOf({frame.left + from.x, frame.top + from.y, frame.left + to.x, frame.top + to.y});
     }
 
     FormMap map;
@@ -92,13 +71,13 @@ TEST_F(ScreenTest, WindowFitsAndEveryPageAndTheCloseButtonCanBeReached) {
         << frame.left << ',' << frame.top << " to " << frame.right << ',' << frame.bottom;
 
     for (const char *button : {"bt_y2", "bt_y3", "bt_y4", "bt_y6", "bt_y8", "bt_y9", "bt_y11", "bt_y0"}) {
-        const std::vector<uint32_t> before = page();
+        const std::vector<COLORREF> before = page();
         EXPECT_TRUE(panel.click({navigationButton(button)}, [&] { return page() != before; })) << button;
     }
     if (fit.scrolls) { // to the status strip's end, by a click below the handle of the scroll bar
         const POINT mute{map.centreOf("pushButton_13").x, fit.height - kMuteAboveEnd};
         EXPECT_TRUE(panel.click({scaled({1055, fit.height - 2}), scaled(mute)}, [&] {
-            const std::vector<std::string> calls = panel.ownJournal();
+            const std::vector<std::string> calls = panel.journal();
             return std::any_of(calls.begin(), calls.end(), [](const std::string &call) {
                 return call.rfind("_SetMasterMute(1", 0) == 0;
             });

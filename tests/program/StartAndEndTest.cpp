@@ -10,24 +10,19 @@
 namespace {
 
 using ProductSettings::kProductKey;
-const std::wstring kSimulator = L"HKEY_CURRENT_USER\\Software\\QorSoundKit Simulator";
 
 class StartAndEndTest : public testing::Test {
 protected:
     void SetUp() override { Panel::prepare(); }
 
-    static bool beginsWith(const std::string &text, const std::string &start) {
-        return text.compare(0, start.size(), start) == 0;
-    }
-
     static void expectShutDown(const Panel &panel) {
-        const std::vector<std::string> journal = panel.ownJournal();
+        EXPECT_EQ(0, panel.waitForEnd());
+        const std::vector<std::string> journal = panel.journal();
         ASSERT_GE(journal.size(), 3u);
-        EXPECT_TRUE(beginsWith(journal[journal.size() - 3], "_kill_task(\"normal.exe\")"))
-            << journal[journal.size() - 3];
-        EXPECT_TRUE(beginsWith(journal[journal.size() - 2], "setDeviceProperty(type 1"))
-            << journal[journal.size() - 2];
-        EXPECT_TRUE(beginsWith(journal.back(), "releaseDeviceInfo(")) << journal.back();
+        auto call = journal.end() - 3;
+        for (const char *expected :
+             {"_kill_task(\"normal.exe\")", "setDeviceProperty(type 1", "releaseDeviceInfo("})
+            EXPECT_EQ(0u, (call++)->find(expected)) << call[-1];
     }
 
     FormMap map;
@@ -46,12 +41,10 @@ TEST_F(StartAndEndTest, ClosingEndsOrHides) {
                 EXPECT_TRUE(giveUntil([&] { PostMessageW(panel.window(), WM_CLOSE, 0, 0); }, gone));
             else
                 EXPECT_TRUE(panel.click({map.centreOf("pushButton")}, gone));
-            if (hides) {
+            if (hides)
                 EXPECT_TRUE(panel.running());
-            } else {
-                EXPECT_EQ(0, panel.waitForEnd());
+            else
                 expectShutDown(panel);
-            }
         }
     }
 }
@@ -61,14 +54,13 @@ TEST_F(StartAndEndTest, TheSessionsEndShutsTheDeviceDown) {
         Panel panel;
         ASSERT_TRUE(panel.startAndShow());
         ShowWindow(panel.window(), show);
-        DWORD_PTR agrees = 0;
-        SendMessageTimeoutW(panel.window(), WM_QUERYENDSESSION, 0, ENDSESSION_LOGOFF, 0, 20000, &agrees);
-        EXPECT_TRUE(agrees);
-        SendMessageTimeoutW(panel.window(), WM_ENDSESSION, FALSE, ENDSESSION_LOGOFF, 0, 20000, &agrees);
-        EXPECT_TRUE(panel.running()) << "somebody else refused";
-        SendMessageTimeoutW(panel.window(), WM_QUERYENDSESSION, 0, ENDSESSION_LOGOFF, 0, 20000, &agrees);
-        SendMessageTimeoutW(panel.window(), WM_ENDSESSION, TRUE, ENDSESSION_LOGOFF, 0, 20000, &agrees);
-        EXPECT_EQ(0, panel.waitForEnd());
+        for (const BOOL ends : {FALSE, TRUE}) {
+            EXPECT_TRUE(panel.running()) << "somebody else refused";
+            DWORD_PTR agrees = 0;
+            SendMessageTimeoutW(panel.window(), WM_QUERYENDSESSION, 0, ENDSESSION_LOGOFF, 0, 20000, &agrees);
+            EXPECT_TRUE(agrees);
+            SendMessageTimeoutW(panel.window(), WM_ENDSESSION, ends, ENDSESSION_LOGOFF, 0, 20000, &agrees);
+        }
         expectShutDown(panel);
     }
 }
@@ -78,17 +70,15 @@ TEST_F(StartAndEndTest, NewerInstanceTakesOver) {
     ASSERT_TRUE(older.startAndShow());
     Panel newer;
     newer.start();
-    EXPECT_EQ(0, older.waitForEnd());
     expectShutDown(older);
     EXPECT_TRUE(newer.waitForWindow());
     EXPECT_EQ(0u, Registry::ReadDwordValue(kProductKey, L"exitCmd"));
 
-    // A window that hides behind the tray icon, or sits in a message box, still ends.
+    // One that sits in a message box still ends.
     EXPECT_TRUE(newer.click({map.centreOf("bt_y11"), map.centreOf("pushButton_11")},
                             [&] { return newer.systemDialog() != nullptr; }));
     Panel newest;
     newest.start();
-    EXPECT_EQ(0, newer.waitForEnd());
     expectShutDown(newer);
     EXPECT_TRUE(newest.waitForWindow());
 }
@@ -105,80 +95,40 @@ TEST_F(StartAndEndTest, NewerInstanceRunsBesideOneThatHangs) {
     EXPECT_EQ(-1000, older.waitForEnd(500));
 }
 
-TEST_F(StartAndEndTest, OldInstanceStaysWhereThePollIsOff) {
-    Registry::WriteStringValue(kProductKey, L"EnableAllDev", L"true");
-    Panel older;
-    ASSERT_TRUE(older.startAndShow());
-    Panel newer;
-    EXPECT_TRUE(newer.startAndShow());
-    EXPECT_TRUE(older.running());
-}
-
-TEST_F(StartAndEndTest, TwoStartsAtOnceLeaveOneOrBothInOrder) {
-    Panel first;
-    Panel second;
-    first.start();
-    second.start();
-    // Whoever came second to the name asks the other to end; nobody hangs and nobody crashes.
-    EXPECT_TRUE(waitUntil([&] { return !first.running() || !second.running(); }));
-    Panel &survivor = first.running() ? first : second;
-    EXPECT_TRUE(survivor.waitForWindow());
-    EXPECT_EQ(0, (first.running() ? second : first).waitForEnd(0));
-}
-
-TEST_F(StartAndEndTest, NoDeviceNoDriverNoRecord) {
+TEST_F(StartAndEndTest, EndsBeforeItsWindow) {
     const struct {
         const wchar_t *knob;
         DWORD value;
-        const wchar_t *text;
-    } cases[] = {{L"DeviceCount", 0, L"Can't connect to device"},
-                 {L"InitResult", 0xFFFFFFFF, L"install driver FAILED"},
-                 {L"DeviceInfoResult", 0xFFFFFFFE, L"get device info FAILED"}};
-    for (const auto &c : cases) {
-        Registry::WriteDwordValue(kSimulator, c.knob, c.value);
-        Panel panel;
-        panel.start();
-        EXPECT_EQ(c.text, panel.answerBox());
-        EXPECT_EQ(0, panel.waitForEnd());
-        for (const std::string &call : panel.ownJournal())
-            EXPECT_FALSE(beginsWith(call, "releaseDeviceInfo(") || beginsWith(call, "setDeviceProperty("))
-                << call;
-        Registry::DeleteValue(kSimulator, c.knob);
-    }
-}
-
-TEST_F(StartAndEndTest, WithoutDeviceTheRequestToEndIsWithdrawn) {
-    Registry::WriteDwordValue(kSimulator, L"DeviceCount", 0);
+        const wchar_t *text; // null: no box
+        int exitCode;
+    } cases[] = {{L"DeviceCount", 0, L"Can't connect to device", 0},
+                 {L"InitResult", 0xFFFFFFFF, L"install driver FAILED", 0},
+                 {L"DeviceInfoResult", 0xFFFFFFFE, L"get device info FAILED", 0},
+                 {L"ForceElevated", 0, nullptr, 1},
+                 {L"RestartResult", 0, nullptr, -1}};
     Registry::WriteDwordValue(kProductKey, L"exitCmd", 1); // as for an instance that did not answer
-    Panel panel;
-    panel.start();
-    EXPECT_FALSE(panel.answerBox().empty());
-    EXPECT_EQ(0, panel.waitForEnd());
-    EXPECT_EQ(0u, Registry::ReadDwordValue(kProductKey, L"exitCmd"));
-}
-
-TEST_F(StartAndEndTest, NotElevated) {
-    Registry::WriteDwordValue(kSimulator, L"ForceElevated", 0);
-    for (const DWORD result : {0u, 1u}) {
-        Registry::WriteDwordValue(kSimulator, L"RestartResult", result);
+    for (const auto &c : cases) {
+        Registry::WriteDwordValue(kSimulatorKey, c.knob, c.value);
         Panel panel;
         panel.start();
-        EXPECT_EQ(result ? 1 : -1, panel.waitForEnd());
-        EXPECT_EQ(2u, panel.ownJournal().size());
+        if (c.text) {
+            EXPECT_EQ(c.text, panel.answerBox());
+            Registry::DeleteValue(kSimulatorKey, c.knob);
+        }
+        EXPECT_EQ(c.exitCode, panel.waitForEnd());
+        EXPECT_EQ(0u, Registry::ReadDwordValue(kProductKey, L"exitCmd"));
+        for (const std::string &call : panel.journal())
+            EXPECT_TRUE(call.find("releaseDeviceInfo(") && call.find("setDeviceProperty(")) << call;
     }
 }
 
 TEST_F(StartAndEndTest, BadInputStartsAllTheSame) {
-    const std::wstring curves = Panel::folder() + L"\\config\\eqs.bin";
     Registry::WriteStringValue(kProductKey, L"isAddSysicon", L"yes");
     Registry::WriteDwordValue(kProductKey, L"DisplayName", 1);
     Registry::WriteStringValue(kProductKey, L"language", L"en");
-    Registry::WriteDwordValue(kSimulator, L"StartImage", 2); // all 0xFF
-    std::filesystem::create_directories(curves);             // a folder where the file should be
-    {
-        Panel panel;
-        EXPECT_TRUE(panel.startAndShow());
-    }
+    Registry::WriteDwordValue(kSimulatorKey, L"StartImage", 2);                  // all 0xFF
+    std::filesystem::create_directories(Panel::folder() + L"\\config\\eqs.bin"); // not a file
+    EXPECT_TRUE(Panel().startAndShow());
     Registry::DeleteKey(kProductKey);
     Panel panel;
     EXPECT_TRUE(panel.startAndShow());
