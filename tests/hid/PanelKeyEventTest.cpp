@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 static std::vector<std::string> ownCalls(const Panel &panel, const std::string &beginning) {
-    std::vector<std::string> lines = panel.ownJournal();
+    std::vector<std::string> lines = panel.journal();
     const auto isOther = [&](const std::string &line) { return line.rfind(beginning, 0) != 0; };
     lines.erase(std::remove_if(lines.begin(), lines.end(), isOther), lines.end());
     return lines;
