@@ -123,6 +123,7 @@ void demo::setUpPages() {
     settings_ = std::make_unique<SettingsDialog>(*this, language_, dialogState_, *translation_);
     connectTopBar();
     navigation_ = std::make_unique<Navigation>(*this, *form_->stackedWidget, this);
+    connect(&timers_.reLayout, &QTimer::timeout, navigation_.get(), &Navigation::styleHiddenPages);
     ChooseLanguage();
 
     connect(&timers_.tick, &QTimer::timeout, this, &demo::countTick);
@@ -174,7 +175,6 @@ void demo::setVisible(bool visible) {
 }
 
 void demo::layOutAgain() {
-    navigation_->styleHiddenPages();
     if (QLayout *layout = centralWidget()->layout()) {
         layout->invalidate();
         layout->activate();
