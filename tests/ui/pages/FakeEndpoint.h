@@ -1,5 +1,5 @@
 // Core Audio's device enumerator, default device and endpoint volume in one object, in the place of Windows'
-// own ones for code on the constructing thread. References are counted, never acted on.
+// own ones for code on the constructing thread.
 #pragma once
 
 #include <thread>
@@ -29,7 +29,6 @@ public:
     FakeEndpoint() {
         CoRegisterClassObject(__uuidof(MMDeviceEnumerator), static_cast<IClassFactory *>(this),
                               CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookie_);
-        references = 0; // those of COM itself do not count
     }
     ~FakeEndpoint() { CoRevokeClassObject(cookie_); }
 
@@ -42,26 +41,24 @@ public:
         }).join();
     }
 
-    bool present = true;                                           // there is a default device
     Microsoft::WRL::ComPtr<IAudioEndpointVolumeCallback> callback; // registered, or null
     Microsoft::WRL::ComPtr<IMMNotificationClient> defaultCallback; // likewise
-    long references = 0;                                           // held by others, of all interfaces
 
 private:
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void **out) override {
         const bool known = iid == __uuidof(IUnknown) || iid == __uuidof(IClassFactory);
         return known ? give(static_cast<IClassFactory *>(this), out) : E_NOINTERFACE;
     }
-    ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++references); }
-    ULONG STDMETHODCALLTYPE Release() override { return static_cast<ULONG>(--references); }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
 
     HRESULT STDMETHODCALLTYPE LockServer(WINBOOL) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown *, REFIID, void **out) override {
         return give(static_cast<EnumeratorStart *>(this), out);
     }
     HRESULT STDMETHODCALLTYPE GetDefaultAudioEndpoint(EDataFlow flow, ERole role, void **out) override {
-        return flow == eRender && role == eConsole && present ? give(static_cast<DeviceStart *>(this), out)
-                                                              : E_INVALIDARG;
+        return flow == eRender && role == eConsole ? give(static_cast<DeviceStart *>(this), out)
+                                                   : E_INVALIDARG;
     }
     HRESULT STDMETHODCALLTYPE RegisterEndpointNotificationCallback(IMMNotificationClient *added) override {
         defaultCallback = added;
@@ -83,8 +80,7 @@ private:
         return S_OK;
     }
 
-    HRESULT give(IUnknown *part, void **out) {
-        ++references;
+    static HRESULT give(IUnknown *part, void **out) {
         *out = part;
         return S_OK;
     }
