@@ -32,13 +32,7 @@ public:
         return box_;
     }
 
-private:
-    static std::wstring textOf(HWND window) {
-        wchar_t text[512] = L"";
-        SendMessageW(window, WM_GETTEXT, 512, reinterpret_cast<LPARAM>(text));
-        return text;
-    }
-
+    // The box that this process shows, if any.
     static HWND findBox() {
         HWND window = nullptr;
         while ((window = FindWindowExW(nullptr, window, L"#32770", nullptr)) != nullptr) {
@@ -48,6 +42,13 @@ private:
                 break;
         }
         return window;
+    }
+
+private:
+    static std::wstring textOf(HWND window) {
+        wchar_t text[512] = L"";
+        SendMessageW(window, WM_GETTEXT, 512, reinterpret_cast<LPARAM>(text));
+        return text;
     }
 
     static HWND awaitBox() {

@@ -1,14 +1,67 @@
 // The panel's pages once more, as small as can be: what each input does to the settings, which calls it
-// makes, what is stored and what is shown then. Inputs are named by their controls.
+// makes and what is stored. Inputs are named by their controls.
 #pragma once
 
 #include "device/PropertyBlocks.h"
 
+#include <algorithm>
 #include <array>
+#include <cstring>
 #include <map>
-#include <QString>
+#include <QImage>
 #include <string>
 #include <vector>
+
+// Offsets in the device's record.
+constexpr int kVoiceOn = 20, kVoice = 21, kEchoOn = 22, kNoiseOn = 23, kMicMuted = 24, kMicPage = 25,
+              kMonitoringOn = 27, kVolumePage = 32, kSurroundOn = 33, kMuted = 43, kPosition = 45, kRoom = 46,
+              kFieldOn = 47, kSpeaker = 49, kRoomOn = 65, kEqualizerOn = 66;
+
+// The controls, or rows of them ("btn_room2" is number 2 of "btn_room"), that do nothing but set a byte and
+// send its block.
+struct ByteControl {
+    enum Kind { Flip, Number, List, Level } kind;
+    const char *name;
+    int byte;
+    int gate; // nothing happens while this byte is 0
+};
+constexpr ByteControl kByteControls[] = {
+    {ByteControl::Flip, "pushButton_5", kMicPage, 0},
+    {ByteControl::Flip, "pushButton_8", kVoiceOn, 0},
+    {ByteControl::Flip, "checkBox_6", kVoiceOn, 0},
+    {ByteControl::Flip, "checkBox_5", kEchoOn, 0},
+    {ByteControl::Flip, "pushButton_29", kNoiseOn, 0},
+    {ByteControl::Flip, "pushButton_7", kVolumePage, 0},
+    {ByteControl::Flip, "pushButton_6", kEqualizerOn, 0},
+    {ByteControl::Flip, "pushButton_14", kFieldOn, 0},
+    {ByteControl::Flip, "pushButton_28", kRoomOn, 0},
+    {ByteControl::Flip, "pushButton_32", kSurroundOn, 0},
+    {ByteControl::Flip, "pushButton_33", kRoomOn, 0},
+    {ByteControl::Number, "btn_env", kPosition, 0},
+    {ByteControl::List, "comboBox_2", kPosition, 0},
+    {ByteControl::Number, "btn_room", kRoom, kRoomOn},
+    {ByteControl::Number, "btn_mh", kVoice, kVoiceOn},
+    {ByteControl::Level, "page4_L", kSpeaker, 0},
+    {ByteControl::Level, "page4_R", kSpeaker + 1, 0},
+    {ByteControl::Level, "page4_LS", kSpeaker + 2, 0},
+    {ByteControl::Level, "page4_RS", kSpeaker + 3, 0},
+    {ByteControl::Level, "page4_LB", kSpeaker + 4, 0},
+    {ByteControl::Level, "page4_RB", kSpeaker + 5, 0},
+    {ByteControl::Level, "page4_c", kSpeaker + 6, 0},
+    {ByteControl::Level, "page4_w", kSpeaker + 7, 0},
+};
+
+constexpr int8_t kPresets[12][10] = {{-2, 1, 4, 6, -2, 1, 3, 2, -3, -1}, {-6, -6, -6, 6, 0, 6, 0, -1, 0, -6},
+                                     {-3, -3, 6, 4, 6, 2, 3, 2, 0, -5},  {-4, 1, -5, -5, -5, 4, 9, 7, -5, -6},
+                                     {-2, -3, 1, 3, 1, 1, 1, 0, 0, -1},  {11, 8, 4, 5, -3, 3, 8, -5, 3, 6},
+                                     {3, -3, -3, -5, 3, 3, 3, 5, 6, 4},  {1, 1, 2, 4, 1, 1, 0, 1, 0, -1},
+                                     {6, 6, 3, -1, 0, 0, 1, 2, 1, 0},    {5, 6, 3, -2, -1, -1, 2, 4, 5, 3},
+                                     {-3, -2, -1, 0, 2, 3, 2, 1, 0, 1},  {0, 0, 0, 0, 0, 0, 0, 0, 0, 0}};
+const std::map<std::string, std::array<int, 3>> kColours{
+    {"pushButton_35", {255, 0, 0}},    {"pushButton_36", {255, 255, 0}}, {"pushButton_37", {0, 255, 0}},
+    {"pushButton_38", {0, 255, 255}},  {"pushButton_39", {255, 0, 255}}, {"pushButton_40", {0, 0, 255}},
+    {"pushButton_43", {255, 255, 255}}};
+const std::string kColourFields[3] = {"lineEdit", "lineEdit_2", "lineEdit_3"};
 
 // What a colour field is given, and the number that it then shows and sends.
 struct ColourText {
@@ -18,13 +71,15 @@ struct ColourText {
 constexpr ColourText kColourTexts[] = {{"0", 0}, {"1", 1},      {"254", 254}, {"300", 255},        {"-5", 0},
                                        {"", 0},  {" 012 ", 12}, {"1e2", 0},   {"99999999999", 255}};
 
-// QString::fromStdU16String would take a leading U+FEFF for a byte order mark.
-inline QString asText(const std::u16string &units) {
-    return QString(reinterpret_cast<const QChar *>(units.data()), static_cast<int>(units.size()));
+inline int percent(int level) {
+    return std::clamp(level, 0, 100);
 }
 
-class PanelModel {
-public:
+inline int speakerLevel(int level) {
+    return std::clamp(level, -13, 4);
+}
+
+struct PanelModel {
     using Report = std::array<uint8_t, 64>;
 
     // What is there before the panel starts.
@@ -36,31 +91,8 @@ public:
         bool imageFollows = true; // a write shows in the device's record
     };
 
-    // A start of the panel.
-    explicit PanelModel(const World &world);
-    void end();
-
-    // value: a slider's, a list's index, an index of kColourTexts; unused for buttons. False: not a control
-    // of the pages. curveName: what stands in the curves' box.
-    bool take(const std::string &control, int value, const std::u16string &curveName);
-
-    // The effects of the start or of the last inputs.
-    std::vector<std::string> calls;
-    std::vector<Report> reports;
-    std::string box; // text of the message box, if one came
-
-    World world; // as the inputs left it
-    SystemBlock system{}, sentSystem{};
-    SoundBlock sound{}, sentSound{};
-    ExtBlock extension{}, sentExtension{};
-    EqCurveStore curves{};
-    int turning() const; // degrees a tick of the sound field's clock
-
-    // "control.property": its value, or for styleSheet a part of it.
-    std::map<std::string, std::string> shown() const;
-
-private:
-    // A control that was used: "btn_jhq7" is number 7 of its row.
+    // A control that was used: "btn_jhq7" is number 7 of its row. Value: a slider's, a list's index, an index
+    // of kColourTexts.
     struct Input {
         std::string control, row;
         int number, value;
@@ -70,51 +102,384 @@ private:
             return ((control == names) || ...);
         }
     };
-    class View;
 
-    bool takeSwitch(const Input &input);
-    bool takeVolume(const Input &input);
-    bool takeEqualizer(const Input &input);
-    bool takeCurve(const Input &input, const std::u16string &name);
-    bool takeChoice(const Input &input);
-    bool takeSoundField(const Input &input);
-    bool takeMicrophone(const Input &input);
-    bool takeVoice(const Input &input);
-    bool takeLight(const Input &input);
-    bool takeOther(const Input &input);
+    World world; // as the inputs left it
+    SystemBlock system{}, sentSystem{};
+    SoundBlock sound = world.device.sound, sentSound{};
+    ExtBlock extension = world.device.extension, sentExtension{};
+    EqCurveStore curves = world.curveFile;
 
-    void showSound(View &view) const;
-    void showEqualizer(View &view) const;
-    void showSoundField(View &view) const;
-    void showSystem(View &view) const;
-    void showLight(View &view) const;
-    void showStatus(View &view) const;
+    // The effects of the start or of the last inputs.
+    std::vector<std::string> calls{"init()", "getDeviceInfo(0)"};
+    std::vector<Report> reports;
+    std::string box; // text of the message box, if one came
 
-    void setVolume(int level, int endpoint);
-    void setMute(bool muted);
-    void moveMaster(int level);
-    void followMaster();
-    void followMonitoring();
-    void usePreset();
-    void sendGains();
-    void recallCurve(int index);
-    void saveCurve(int index, const std::u16string &name);
-    void deleteCurve(int index);
-    void showSoundField();
-    void setAllLevels(int level);
-    void stepLevels(int step);
-    void setVoiceLevel(int level);
-    void sendLight();
-    void write(int type);
+    bool presetChosen = false;
+    int preset = 11;
+    int fieldMaster = 0, fieldButton = 0, noiseShown = 0;
+    int lightMode = 1, lightLevel = 50;
+    std::array<int, 3> light{255, 255, 255};
+    bool lightPanelOn = true, firstRate[2] = {};
+    std::string lightLine;
+    Report battery{};
+    int page = 0, selected = -1;
+    std::array<bool, 12> highlighted{};
 
-    bool presetChosen_ = false;
-    int preset_ = 11;
-    int fieldMaster_ = 0, fieldButton_ = 0, noiseShown_ = 0;
-    int lightMode_ = 1, lightLevel_ = 50;
-    std::array<int, 3> light_{255, 255, 255};
-    bool lightPanelOn_ = true, firstRate_[2] = {};
-    std::string lightLine_;
-    Report battery_{};
-    int page_ = 0, selected_ = -1;
-    std::array<bool, 12> highlighted_{};
+    // A start of the panel.
+    explicit PanelModel(const World &start) : world(start) {
+        system.head = world.device.system;
+        system.sound = sound;
+        int speaker = sound.masterVolume, microphone = system.head.micLevel;
+        for (const auto &[level, endpoint] : {std::pair{&speaker, 0}, {&microphone, 1}}) {
+            if (*level >= 100) {
+                setVolume(99, endpoint);
+                *level = 100;
+            }
+            setVolume(*level, endpoint);
+        }
+        sound.masterVolume = static_cast<int8_t>(speaker);
+        system.head.micLevel = microphone;
+        write(1);
+        write(2);
+        calls.insert(calls.end(), {"_getVolum(0, 0)", "_getVolum(0, 0)"}); // the language, the volume page
+        setMute(sound.masterVolume == 0);
+        setVolume(system.head.micMuted ? 0 : system.head.micLevel, 1);
+        if (system.head.monitoringOn)
+            followMonitoring();
+        calls.push_back("_exec_usb_encrypt(0, 0, 0, 0)");
+        showSoundField();
+        noiseShown = percent(system.head.noiseLevel);
+    }
+
+    void end() {
+        calls.push_back("_kill_task(normal.exe)");
+        system.head.monitoringOn = 0;
+        write(1);
+        calls.push_back("releaseDeviceInfo()");
+    }
+
+    // False: not a control of the pages. curveName: what stands in the curves' box.
+    bool take(const std::string &control, int value, const std::u16string &curveName) {
+        const size_t digits = control.find_last_not_of("0123456789") + 1;
+        const Input input{control, control.substr(0, digits), std::atoi(control.c_str() + digits), value};
+        return takeByte(input) || takeVolume(input) || takeEqualizer(input) || takeCurve(input, curveName) ||
+               takeSoundField(input) || takeMicrophone(input) || takeVoice(input) || takeLight(input) ||
+               takeOther(input);
+    }
+
+    uint8_t &at(int byte) {
+        return byte < 32 ? reinterpret_cast<uint8_t *>(&system.head)[byte]
+                         : reinterpret_cast<uint8_t *>(&sound)[byte - 32];
+    }
+
+    void write(int type) {
+        calls.push_back("setDeviceProperty(" + std::to_string(type) + ")");
+        if (type == 1) {
+            system.headCopy = system.head;
+            sentSystem = system;
+        } else if (type == 2) {
+            sentSound = system.sound = sound;
+        } else {
+            sentExtension = extension;
+        }
+        if (world.imageFollows)
+            world.device = {sentSystem.head, sentSound, {}, type == 3 ? extension : world.device.extension};
+    }
+
+    bool takeByte(const Input &input) {
+        const auto *row =
+            std::find_if(std::begin(kByteControls), std::end(kByteControls), [&](const ByteControl &each) {
+                return input.control == each.name || input.row == each.name;
+            });
+        if (row == std::end(kByteControls))
+            return false;
+        const int bytes[] = {at(row->byte) ^ 1, input.number, input.value + 1, input.value};
+        const auto byte = static_cast<uint8_t>(bytes[row->kind]);
+        if ((row->gate && !at(row->gate)) || (row->byte == kRoom && byte == sound.room))
+            return true;
+        const auto exclusive = {kSurroundOn, kFieldOn, kRoomOn, kEqualizerOn};
+        if (byte && std::count(exclusive.begin(), exclusive.end(), row->byte)) {
+            for (const int other : exclusive)
+                at(other) = 0;
+        }
+        at(row->byte) = byte;
+        write(row->byte < 32 ? 1 : 2);
+        return true;
+    }
+
+    // ---- Volume
+
+    bool takeVolume(const Input &input) {
+        const auto level = static_cast<int8_t>(input.value);
+        if (input.is("verticalSlider_4", "horizontalSlider_16")) {
+            // The quieter channel keeps its distance from the master sent last.
+            const int moved = static_cast<int8_t>(level - system.sound.masterVolume);
+            const int left = sound.leftVolume, right = sound.rightVolume;
+            sound.leftVolume = static_cast<int8_t>(left < right ? percent(left + moved) : level);
+            sound.rightVolume = static_cast<int8_t>(right < left ? percent(right + moved) : level);
+            sendMaster(level);
+        } else if (input.is("verticalSlider_5", "verticalSlider_7")) {
+            if (world.locked || input.number == 5)
+                sound.leftVolume = level;
+            if (world.locked || input.number == 7)
+                sound.rightVolume = level;
+            sendMaster(std::max(sound.leftVolume, sound.rightVolume));
+        } else if (input.is("pushButton_12", "pushButton_13")) {
+            setMute(!sound.muted);
+            write(2);
+        } else if (input.is("pushButton_4")) {
+            world.locked = !world.locked;
+        } else {
+            return false;
+        }
+        return true;
+    }
+
+    void sendMaster(int8_t level) {
+        sound.masterVolume = level;
+        setVolume(level, 0);
+        write(2);
+        if ((level == 0) == (sound.muted != 0))
+            return;
+        setMute(level == 0);
+        if (!sound.muted)
+            setVolume(level, 0);
+    }
+
+    void setVolume(int level, int endpoint) {
+        calls.push_back("_SetVolum(" + std::to_string(level) + ", " + std::to_string(endpoint) + ", 0)");
+    }
+
+    void setMute(bool muted) {
+        sound.muted = muted;
+        calls.push_back(muted ? "_SetMasterMute(1, 0)" : "_SetMasterMute(0, 0)");
+    }
+
+    // ---- Equalizer
+
+    bool takeEqualizer(const Input &input) {
+        const bool isPreset = input.row == "btn_jhq";
+        if (input.row == "verticalSlider_" && input.number >= 10) { // whether it is on or not
+            extension.gain[input.number - 10] = static_cast<int8_t>(input.value - 20);
+            sendGains();
+            return true;
+        }
+        if ((isPreset || input.is("pushButton_26")) && sound.equalizerOn) {
+            presetChosen |= isPreset;
+            preset = isPreset ? input.number : preset;
+            std::memcpy(extension.gain, kPresets[preset], sizeof extension.gain);
+            sendGains();
+        }
+        return isPreset || input.is("pushButton_26");
+    }
+
+    // The device's own idea of the sound comes back with every write of the gains and is shown where it is
+    // another.
+    void sendGains() {
+        write(3);
+        if (std::memcmp(&sound, &world.device.sound, sizeof sound) != 0) {
+            sound = world.device.sound;
+            showSoundField();
+        }
+    }
+
+    bool takeCurve(const Input &input, const std::u16string &name) {
+        if (!input.is("comboBox", "pushButton_24", "pushButton_25"))
+            return false;
+        int index = 0;
+        while (index < curves.count && curves.curve[index].name != name)
+            ++index;
+        if (!sound.equalizerOn)
+            return true;
+        if (input.is("comboBox"))
+            recallCurve(index);
+        else if (input.is("pushButton_25"))
+            saveCurve(index, name);
+        else
+            deleteCurve(index);
+        return true;
+    }
+
+    // Each slider that moves sends its band.
+    void recallCurve(int index) {
+        if (index == curves.count) {
+            box = "not found";
+            return;
+        }
+        curves.current = index;
+        const ExtBlock before = extension;
+        std::memcpy(extension.gain, curves.curve[index].gain, sizeof extension.gain);
+        for (int band = 0; band < 10; ++band) {
+            if (std::clamp<int>(before.gain[band], -20, 20) != extension.gain[band])
+                sendGains();
+        }
+    }
+
+    void saveCurve(int index, const std::u16string &name) {
+        if (index == 10) {
+            box = "too many EQ info to save";
+            return;
+        }
+        EqCurve &curve = curves.curve[curves.current = index];
+        curve = {};
+        name.copy(curve.name, name.size());
+        std::memcpy(curve.gain, extension.gain, sizeof curve.gain);
+        world.curveFile = curves; // before a new one is counted
+        curves.count = std::max(curves.count, index + 1);
+    }
+
+    void deleteCurve(int index) {
+        if (index < curves.count) {
+            std::copy(curves.curve + index + 1, curves.curve + 10, curves.curve + index);
+            curves.curve[9] = {};
+            curves.count -= 1;
+            if (curves.current >= curves.count)
+                curves.current = std::max(curves.current - 1, 0);
+        }
+        world.curveFile = curves;
+    }
+
+    // ---- Sound field
+
+    bool takeSoundField(const Input &input) {
+        const bool isMaster = input.is("horizontalSlider_14");
+        if (!isMaster && (input.row != "Page4_P_" || input.number > 7))
+            return false;
+        if (isMaster)
+            fieldMaster = input.value;
+        if (!sound.soundFieldOn)
+            return true;
+        if (isMaster || input.number == 5) {
+            fieldMaster = isMaster ? input.value : 0;
+            std::fill_n(sound.speakerLevel, 8, static_cast<int8_t>(fieldMaster));
+        }
+        if (input.number <= 5) {
+            fieldButton = input.number;
+            sound.fieldAngleMode = static_cast<uint8_t>(std::min(input.number, 4));
+        } else if (!isMaster) {
+            for (int8_t &level : sound.speakerLevel)
+                level = static_cast<int8_t>(input.number == 6 ? std::max(level - 1, -13)
+                                                              : std::min(level + 1, 4));
+            fieldMaster = speakerLevel(sound.speakerLevel[0]);
+        }
+        write(2);
+        return true;
+    }
+
+    void showSoundField() {
+        fieldMaster = speakerLevel(sound.speakerLevel[0]);
+        fieldButton = sound.fieldAngleMode <= 4 ? sound.fieldAngleMode : 0;
+    }
+
+    // Degrees a tick of the sound field's clock.
+    int turning() const {
+        const int mode = sound.soundFieldOn ? sound.fieldAngleMode : 0;
+        return mode == 1 ? -1 : mode == 2 ? 1 : 0;
+    }
+
+    // ---- Microphone, voices, noise reduction
+
+    bool takeMicrophone(const Input &input) {
+        SystemHead &head = system.head;
+        if (input.is("verticalSlider", "pushButton_15")) {
+            const bool slides = input.is("verticalSlider");
+            head.micLevel = slides ? input.value : head.micLevel;
+            head.micMuted = slides ? input.value == 0 : head.micMuted ^ 1;
+            setVolume(head.micMuted ? 0 : head.micLevel, 1);
+        } else if (input.is("verticalSlider_2", "pushButton_16", "btn_uninstall_mic")) {
+            const bool slides = input.is("verticalSlider_2");
+            head.monitorLevel = slides ? input.value : head.monitorLevel;
+            head.monitoringOn = slides ? input.value != 0 : head.monitoringOn ^ 1;
+            followMonitoring();
+        } else if (input.is("horizontalSlider_17", "pushButton_31")) {
+            const bool slides = input.is("horizontalSlider_17");
+            noiseShown = slides ? input.value : 50;
+            if (!slides || head.noiseReductionOn)
+                head.noiseLevel = noiseShown;
+            if (!slides || !head.noiseReductionOn) // the button's level goes out with the next write
+                return true;
+        } else {
+            return false;
+        }
+        write(1);
+        return true;
+    }
+
+    void followMonitoring() {
+        calls.push_back(system.head.monitoringOn ? "_is_task_running(normal.exe)" : "_kill_task(normal.exe)");
+        if (system.head.monitoringOn && !world.taskRuns)
+            calls.push_back("_start_task(normal.exe, \"\", 0, null)");
+    }
+
+    bool takeVoice(const Input &input) {
+        const int level = percent(system.head.effectLevel);
+        const std::map<std::string, int> levels{{"horizontalSlider_15", input.value},
+                                                {"Page4_P_8", level - 1},
+                                                {"Page4_P_9", level + 1},
+                                                {"pushButton_30", 50}};
+        const auto found = levels.find(input.control);
+        if (found != levels.end() && percent(found->second) != level) { // else the slider does not move
+            system.head.effectLevel = static_cast<uint8_t>(percent(found->second));
+            write(1);
+        }
+        return found != levels.end();
+    }
+
+    // ---- Light and the rest
+
+    bool takeLight(const Input &input) {
+        const auto *field = std::find(kColourFields, kColourFields + 3, input.control);
+        if (input.is("comboBox_3")) {
+            lightMode = input.value;
+        } else if (input.is("horizontalSlider_18")) {
+            lightLevel = input.value;
+        } else if (input.is("pushButton_34")) {
+            lightPanelOn = !lightPanelOn;
+        } else if (input.is("pushButton_9")) {
+            sendLight();
+        } else if (input.is("pushButton_palette")) { // x + 256 y
+            const QRgb pixel = QImage(":/page4/png/pallete.png").pixel(input.value % 256, input.value / 256);
+            light = {qRed(pixel), qGreen(pixel), qBlue(pixel)};
+            sendLight();
+        } else if (kColours.count(input.control)) {
+            light = kColours.at(input.control);
+            sendLight();
+        } else if (field != kColourFields + 3) {
+            light[static_cast<size_t>(field - kColourFields)] = kColourTexts[input.value].number;
+            sendLight();
+        } else {
+            return false;
+        }
+        return true;
+    }
+
+    void sendLight() {
+        const int fields[] = {lightMode, lightLevel, light[0], light[1], light[2]};
+        Report report{0x0A};
+        lightLine.clear();
+        for (size_t i = 0; i < 5; ++i) {
+            report[i + 1] = static_cast<uint8_t>(fields[i]);
+            lightLine += (i ? "," : "") + std::to_string(fields[i]);
+        }
+        reports.push_back(report);
+    }
+
+    bool takeOther(const Input &input) {
+        if (input.row == "radioButton" || input.row == "radioButton_") {
+            firstRate[input.number > 2] = input.number == 0 || input.number == 3;
+        } else if (input.is("battery")) { // bytes 1 to 3 of the reply; above them: it is refused
+            for (int i = 0; i < 3 && input.value >> 24 == 0; ++i)
+                battery[static_cast<size_t>(i + 1)] = static_cast<uint8_t>(input.value >> 8 * i);
+        } else if (input.is("language")) { // everything is shown as before
+            calls.push_back("_getVolum(0, 0)");
+        } else if (input.row == "bt_y") {
+            highlighted[static_cast<size_t>(input.number)] = true;
+            if (selected >= 0) // also where it is the same one, which so loses its highlight
+                highlighted[static_cast<size_t>(selected)] = false;
+            selected = page = input.number;
+        } else {
+            return input.is("dialogs"); // opened and closed
+        }
+        return true;
+    }
 };

@@ -1,7 +1,7 @@
 // Sessions of the whole main window on a recorded device: any control, any value, in any order, and after
 // each input everything that is shown, stored and sent is what the model says. Restarts and changes of
 // language are inputs, too.
-#include "ui/PanelModel.h"
+#include "ui/PanelShown.h"
 
 #include "support/BoxAnswerer.h"
 #include "support/ProcessHoldings.h"
@@ -9,7 +9,6 @@
 #include "ui/WindowTest.h"
 
 #include <algorithm>
-#include <cstring>
 #include <optional>
 #include <QCheckBox>
 #include <QComboBox>
@@ -45,23 +44,274 @@ protected:
         return values[static_cast<size_t>(dice(static_cast<int>(std::size(values))))];
     }
 
-    PanelModel::World anyWorld();
-    void start(const PanelModel::World &world);
-    void collectControls();
-    void restart();
-    void play(int inputs);
-    bool choose(const std::string &control, int &value);
-    void give(const std::string &control, int value);
-    void press(QAbstractButton &button);
-    void compare(const std::string &input);
-    void expectTurning();
-
     template<typename Widget>
     Widget *as(const QString &name) {
         return qobject_cast<Widget *>(widgets_.value(name));
     }
-    QString actual(const QString &control, const QString &property, const QString &wanted);
 
+    // Levels at, around and beyond their ends; switches in all combinations, also those that the panel never
+    // makes.
+    PanelModel::World anyWorld() {
+        const struct {
+            std::vector<size_t> offsets; // in the device's record
+            std::vector<int> values;
+        } fields[] = {
+            {{20, 22, 23, 24, 25, 27, 32, 33, 43, 47, 65, 66}, {0, 1}},
+            {{21, 45, 46, 48}, {0, 1, 2, 3, 4, 5}},
+            {{40, 41, 42}, {-128, -1, 0, 1, 50, 99, 100, 127}},
+            {{49, 50, 51, 52, 53, 54, 55, 56}, {-128, -14, -13, -12, 0, 3, 4, 5, 127}},
+            {{899, 900, 901, 902, 903, 904, 905, 906, 907, 908}, {-128, -21, -20, 0, 1, 20, 21, 127}},
+        };
+        PanelModel::World world;
+        auto *bytes = reinterpret_cast<uint8_t *>(&world.device);
+        std::generate_n(bytes, sizeof world.device, [&] { return static_cast<uint8_t>(dice(256)); });
+        for (const auto &field : fields) {
+            for (const size_t offset : field.offsets)
+                bytes[offset] = static_cast<uint8_t>(any(field.values));
+        }
+        SystemHead &head = world.device.system;
+        for (int32_t *level : {&head.micLevel, &head.monitorLevel, &head.noiseLevel})
+            *level = any(std::array{0, 30, 100, 150, -1, INT32_MIN});
+        world.curveFile.count = dice(11);
+        world.curveFile.current = dice(10);
+        for (int i = 0; i < world.curveFile.count; ++i) {
+            EqCurve &curve = world.curveFile.curve[i];
+            std::memcpy(curve.name, kCurveNames[i].data(), kCurveNames[i].size() * sizeof(char16_t));
+            std::generate_n(curve.gain, 10, [&] { return static_cast<int8_t>(dice(41) - 20); });
+        }
+        world.locked = dice(2) == 1;
+        world.taskRuns = dice(2) == 1;
+        world.imageFollows = dice(4) > 0;
+        return world;
+    }
+
+    void start(const PanelModel::World &world) {
+        window_.reset();
+        recorder_.reset();
+        recorder_.info = world.device;
+        recorder_.updatesImage = world.imageFollows;
+        recorder_.taskRunning = world.taskRuns;
+        recorder_.usbIds = {11, 12, 13, 14};
+        QDir().mkpath(QFileInfo(curveFile()).path());
+        QFile file(curveFile());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(reinterpret_cast<const char *>(&world.curveFile), sizeof world.curveFile);
+        file.close();
+        ProductSettings::writeDword(L"vol_locked", world.locked);
+        model_.emplace(world);
+        window_ = std::make_unique<demo>();
+        window_->show();
+        collectControls();
+        // The battery is asked for as soon as the window is up; its first reply is all zero.
+        ASSERT_TRUE(QTest::qWaitFor([this] { return !recorder_.reports.empty(); }));
+        const std::vector<std::string> calls = recorder_.calls;
+        for (size_t i = 0; i + 1 < calls.size(); ++i) // full scale goes by way of 99, half a second before
+            EXPECT_TRUE(calls[i].rfind("_SetVolum(99, ", 0) != 0 ||
+                        calls[i + 1].rfind("_SetVolum(100, ", 0) != 0 ||
+                        recorder_.callTimes[i + 1] - recorder_.callTimes[i] > 450);
+        compare("start");
+    }
+
+    // Every control of the pages is an input, and so are the world outside and the choice of a language.
+    void collectControls() {
+        // The top bar and the upgrade page have tests of their own, so has the curve file; the last four do
+        // nothing.
+        const QStringList others{"pushButton",      "pushButton_1",      "pushButton_2",   "pushButton_3",
+                                 "pushButton_10",   "pushButton_11",     "pushButton_17",  "pushButton_18",
+                                 "lineEdit_4",      "lineEdit_5",        "btn_curve_file", "pushButton_27",
+                                 "btn_install_spk", "btn_uninstall_spk", "btn_install_mic"};
+        widgets_.clear();
+        inputs_ = {"battery", "dialogs", "language"};
+        for (QWidget *widget : window_->findChildren<QWidget *>(QRegularExpression("^(?!qt_).+"))) {
+            const QString name = widget->objectName();
+            widgets_.insert(name, widget);
+            const bool isControl = qobject_cast<QAbstractButton *>(widget) ||
+                                   qobject_cast<QSlider *>(widget) || qobject_cast<QComboBox *>(widget) ||
+                                   qobject_cast<QLineEdit *>(widget);
+            if (isControl && !others.contains(name))
+                inputs_.push_back(name.toStdString());
+        }
+    }
+
+    void restart() {
+        window_.reset();
+        model_->end();
+        EXPECT_EQ(recorder_.calls, model_->calls);
+        EXPECT_TRUE(same(recorder_.system, model_->sentSystem));
+        start(PanelModel::World(model_->world));
+    }
+
+    // An input that the control can have now; false if there is none.
+    bool choose(const std::string &control, int &value) {
+        const QString name = QString::fromStdString(control);
+        const auto other = [&](int now, int from, int to) {
+            const int values[] = {from, to, from + dice(to - from + 1), now - 1, now + 1, 20, 50};
+            value = any(values);
+            return value != now && value >= from && value <= to;
+        };
+        curveName_ = any(kCurveNames);
+        if (const auto *slider = as<QSlider>(name))
+            return other(slider->value(), slider->minimum(), slider->maximum());
+        if (const auto *field = as<QLineEdit>(name)) {
+            value = dice(static_cast<int>(std::size(kColourTexts)));
+            return field->text() != kColourTexts[value].text;
+        }
+        if (name == "comboBox_2" || name == "comboBox_3")
+            return other(as<QComboBox>(name)->currentIndex(), 0, as<QComboBox>(name)->count() - 1);
+        if (name == "pushButton_palette") {
+            value = dice(256 * 256);
+            return as<QPushButton>(name)->isEnabled();
+        }
+        if (const auto *choice = as<QRadioButton>(name))
+            return !choice->isChecked();
+        if (name == "battery")
+            value = dice(3) | any(std::array{0, 1, 2, 255}) << 8 | any(std::array{0, 6, 7, 8, 9, 255}) << 16 |
+                    dice(2) << 24;
+        if (name == "language")
+            value = any(std::array{0, 1, 200, -1});
+        return true;
+    }
+
+    void give(const std::string &control, int value) {
+        const QString name = QString::fromStdString(control);
+        if (auto *slider = as<QSlider>(name)) {
+            slider->setValue(value);
+        } else if (auto *field = as<QLineEdit>(name)) {
+            field->setText(kColourTexts[value].text);
+        } else if (name == "comboBox") {
+            QMetaObject::invokeMethod(as<QComboBox>(name), "activated", Q_ARG(QString, asText(curveName_)));
+        } else if (auto *list = as<QComboBox>(name)) {
+            list->setCurrentIndex(value);
+        } else if (name == "pushButton_palette") {
+            QTest::mouseClick(as<QPushButton>(name), Qt::LeftButton, {}, {value % 256, value / 256});
+        } else if (name == "battery") {
+            recorder_.reply = {0xEE, static_cast<uint8_t>(value), static_cast<uint8_t>(value >> 8),
+                               static_cast<uint8_t>(value >> 16), 0xEE};
+            recorder_.transferResult = value >> 24 ? 0 : 64;
+            int running = 0;
+            for (QTimer *timer : window_->findChildren<QTimer *>())
+                if (timer->interval() == 5000 && timer->isActive() && ++running == 1)
+                    QMetaObject::invokeMethod(timer, "timeout");
+            EXPECT_EQ(running, 1) << "the battery is asked for every five seconds";
+        } else if (name == "dialogs") {
+            for (const auto open : {&demo::ShowVersionDialog, &demo::OpenSettingsDialog})
+                whileDialogRuns(
+                    *window_, [&] { (*window_.*open)(); }, [](QDialog &) {});
+        } else if (name == "language") {
+            ProductSettings::writeDword(L"language", static_cast<uint32_t>(value));
+            window_->ChooseLanguage();
+        } else {
+            if (name == "pushButton_24" || name == "pushButton_25")
+                as<QComboBox>("comboBox")->setEditText(asText(curveName_));
+            press(*as<QAbstractButton>(name));
+        }
+    }
+
+    // A disabled button, which no mouse can press, must be harmless all the same: its signal is emitted.
+    void press(QAbstractButton &button) {
+        if (button.isVisible()) {
+            const QPoint centre = button.mapTo(window_.get(), button.rect().center());
+            EXPECT_EQ(window_->childAt(centre), &button) << "something covers it";
+        }
+        if (auto *box = qobject_cast<QCheckBox *>(&button))
+            box->toggle();
+        else if (button.isEnabled())
+            button.click();
+        else
+            QMetaObject::invokeMethod(&button, "clicked");
+    }
+
+    QString actual(const QString &control, const QString &property, const QString &wanted) {
+        const QWidget &widget = *widgets_.value(control);
+        const auto flag = [](bool value) { return QString(value ? "true" : "false"); };
+        if (property == "styleSheet")
+            return widget.styleSheet().contains(wanted) ? wanted : widget.styleSheet();
+        if (property == "lit")
+            return flag(widget.styleSheet().contains("color: #FFFFFF;"));
+        if (property == "isHidden")
+            return flag(widget.isHidden());
+        if (property == "items") {
+            QString items;
+            for (int i = 0; i < as<QComboBox>(control)->count(); ++i)
+                items += as<QComboBox>(control)->itemText(i) + "|";
+            return items;
+        }
+        if (property == "fromCentre") {
+            const QRect ring = widgets_.value("round")->geometry();
+            return QString("%1,%2")
+                .arg(widget.x() + widget.width() / 2 - ring.x() - ring.width() / 2)
+                .arg(widget.y() + widget.height() / 2 - ring.y() - ring.height() / 2);
+        }
+        return widget.property(property.toLatin1()).toString();
+    }
+
+    void compare(const std::string &input) {
+        SCOPED_TRACE(input);
+        QCoreApplication::sendPostedEvents(); // the status strip follows when the handler has ended
+        auto &calls = recorder_.calls;
+        auto &reports = recorder_.reports;
+        calls.erase(std::remove(calls.begin(), calls.end(), kTransfer), calls.end());
+        reports.erase(std::remove(reports.begin(), reports.end(), kBatteryRequest), reports.end());
+        EXPECT_EQ(calls, model_->calls);
+        EXPECT_EQ(reports, model_->reports);
+        calls.clear();
+        reports.clear();
+        model_->calls.clear();
+        model_->reports.clear();
+        EXPECT_TRUE(same(recorder_.system, model_->sentSystem));
+        EXPECT_TRUE(same(recorder_.sound, model_->sentSound));
+        EXPECT_TRUE(same(recorder_.extension, model_->sentExtension));
+        EXPECT_EQ(ProductSettings::readDword(L"vol_locked"), model_->world.locked);
+        QFile file(curveFile());
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        EXPECT_EQ(file.readAll(), QByteArray(reinterpret_cast<const char *>(&model_->world.curveFile), 748));
+        for (const auto &[place, value] : PanelShown(*model_).lines) {
+            const QStringList parts = QString::fromStdString(place).split('.');
+            EXPECT_EQ(actual(parts[0], parts[1], QString::fromStdString(value)).toStdString(), value)
+                << place;
+        }
+    }
+
+    // The drawing turns in the right direction, or stands still.
+    void expectTurning() {
+        const auto &view = *window_->findChild<SoundFieldView *>();
+        const float before = view.angle();
+        const bool moved =
+            QTest::qWaitFor([&] { return view.angle() != before; }, model_->turning() ? 5000 : 150);
+        EXPECT_EQ(moved ? view.angle() - before : 0, model_->turning());
+    }
+
+    void play(int inputs) {
+        for (int i = 0; i < inputs && !HasFailure(); ++i) {
+            const std::string control = any(inputs_);
+            int value = 0;
+            if (!choose(control, value))
+                continue;
+            model_->box.clear();
+            ASSERT_TRUE(model_->take(control, value, curveName_)) << "unknown: " << control;
+            std::optional<BoxAnswerer> answerer;
+            if (!model_->box.empty())
+                answerer.emplace(0);
+            give(control, value);
+            EXPECT_EQ(answerer ? answerer->box().text : L"",
+                      std::wstring(model_->box.begin(), model_->box.end()));
+            compare("input " + std::to_string(i) + ": " + control + " " + std::to_string(value));
+            if ((control == "Page4_P_4" || control == "Page4_P_5") && model_->sound.soundFieldOn) {
+                EXPECT_EQ(window_->findChild<SoundFieldView *>()->angle(), 0);
+            }
+        }
+    }
+
+    // A box that the model does not know would wait for ever.
+    PanelSession() {
+        watchdog_.callOnTimeout([this] {
+            if (const HWND box = model_->box.empty() ? BoxAnswerer::findBox() : nullptr)
+                ADD_FAILURE() << "unexpected message box" << PostMessageW(box, WM_CLOSE, 0, 0);
+        });
+        watchdog_.start(1000);
+    }
+
+    QTimer watchdog_;
     std::mt19937 random_{20261123};
     std::unique_ptr<demo> window_;
     std::optional<PanelModel> model_;
@@ -70,263 +320,6 @@ protected:
     std::u16string curveName_;
     DeviceRecorder &recorder_ = DeviceRecorder::instance();
 };
-
-// Levels at, around and beyond their ends; switches in all combinations, also those that the panel never
-// makes.
-PanelModel::World PanelSession::anyWorld() {
-    const struct {
-        std::vector<size_t> offsets; // in the device's record
-        std::vector<int> values;
-    } fields[] = {
-        {{20, 22, 23, 24, 25, 27, 32, 33, 43, 47, 65, 66}, {0, 1}},
-        {{21, 45, 46, 48}, {0, 1, 2, 3, 4, 5}},
-        {{40, 41, 42}, {-128, -1, 0, 1, 50, 99, 100, 127}},
-        {{49, 50, 51, 52, 53, 54, 55, 56}, {-128, -14, -13, -12, 0, 3, 4, 5, 127}},
-        {{899, 900, 901, 902, 903, 904, 905, 906, 907, 908}, {-128, -21, -20, 0, 1, 20, 21, 127}},
-    };
-    PanelModel::World world;
-    auto *bytes = reinterpret_cast<uint8_t *>(&world.device);
-    std::generate_n(bytes, sizeof world.device, [&] { return static_cast<uint8_t>(dice(256)); });
-    for (const auto &field : fields) {
-        for (const size_t offset : field.offsets)
-            bytes[offset] = static_cast<uint8_t>(any(field.values));
-    }
-    const std::vector<int> wideLevels{0, 30, 100, 150, -1, INT32_MIN};
-    SystemHead &head = world.device.system;
-    head.micLevel = any(wideLevels);
-    head.monitorLevel = any(wideLevels);
-    head.noiseLevel = any(wideLevels);
-    world.curveFile.count = dice(11);
-    world.curveFile.current = dice(10);
-    for (int i = 0; i < world.curveFile.count; ++i) {
-        EqCurve &curve = world.curveFile.curve[i];
-        std::memcpy(curve.name, kCurveNames[i].data(), kCurveNames[i].size() * sizeof(char16_t));
-        std::generate_n(curve.gain, 10, [&] { return static_cast<int8_t>(dice(41) - 20); });
-    }
-    world.locked = dice(2) == 1;
-    world.taskRuns = dice(2) == 1;
-    world.imageFollows = dice(4) > 0;
-    return world;
-}
-
-void PanelSession::start(const PanelModel::World &world) {
-    window_.reset();
-    recorder_.reset();
-    recorder_.info = world.device;
-    recorder_.updatesImage = world.imageFollows;
-    recorder_.taskRunning = world.taskRuns;
-    recorder_.usbIds = {11, 12, 13, 14};
-    QDir().mkpath(QFileInfo(curveFile()).path());
-    QFile file(curveFile());
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(reinterpret_cast<const char *>(&world.curveFile), sizeof world.curveFile);
-    file.close();
-    ProductSettings::writeDword(L"vol_locked", world.locked);
-    model_.emplace(world);
-    window_ = std::make_unique<demo>();
-    window_->show();
-    collectControls();
-    // The battery is asked for as soon as the window is up; its first reply is all zero.
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !recorder_.reports.empty(); }));
-    const std::vector<std::string> calls = recorder_.calls;
-    for (size_t i = 0; i + 1 < calls.size(); ++i) // full scale goes by way of 99, half a second before
-        EXPECT_TRUE(calls[i].rfind("_SetVolum(99, ", 0) != 0 ||
-                    calls[i + 1].rfind("_SetVolum(100, ", 0) != 0 ||
-                    recorder_.callTimes[i + 1] - recorder_.callTimes[i] > 450);
-    compare("start");
-}
-
-// Every control of the pages is an input, and so are the world outside and the choice of a language.
-void PanelSession::collectControls() {
-    // The top bar and the upgrade page have tests of their own, so has the curve file; the last four do
-    // nothing.
-    const QStringList others{"pushButton",      "pushButton_1",      "pushButton_2",   "pushButton_3",
-                             "pushButton_10",   "pushButton_11",     "pushButton_17",  "pushButton_18",
-                             "lineEdit_4",      "lineEdit_5",        "btn_curve_file", "pushButton_27",
-                             "btn_install_spk", "btn_uninstall_spk", "btn_install_mic"};
-    widgets_.clear();
-    inputs_ = {"battery", "dialogs", "language"};
-    for (QWidget *widget : window_->findChildren<QWidget *>(QRegularExpression("^(?!qt_).+"))) {
-        const QString name = widget->objectName();
-        widgets_.insert(name, widget);
-        const bool isControl = qobject_cast<QAbstractButton *>(widget) || qobject_cast<QSlider *>(widget) ||
-                               qobject_cast<QComboBox *>(widget) || qobject_cast<QLineEdit *>(widget);
-        if (isControl && !others.contains(name))
-            inputs_.push_back(name.toStdString());
-    }
-}
-
-void PanelSession::restart() {
-    window_.reset();
-    model_->end();
-    EXPECT_EQ(recorder_.calls, model_->calls);
-    EXPECT_TRUE(same(recorder_.system, model_->sentSystem));
-    start(PanelModel::World(model_->world));
-}
-
-// An input that the control can have now; false if there is none.
-bool PanelSession::choose(const std::string &control, int &value) {
-    const QString name = QString::fromStdString(control);
-    const auto other = [&](int now, int from, int to) {
-        const int values[] = {from, to, from + dice(to - from + 1), now - 1, now + 1, 20, 50};
-        value = any(values);
-        return value != now && value >= from && value <= to;
-    };
-    curveName_ = any(kCurveNames);
-    if (const auto *slider = as<QSlider>(name))
-        return other(slider->value(), slider->minimum(), slider->maximum());
-    if (const auto *field = as<QLineEdit>(name)) {
-        value = dice(static_cast<int>(std::size(kColourTexts)));
-        return field->text() != kColourTexts[value].text;
-    }
-    if (name == "comboBox_2" || name == "comboBox_3")
-        return other(as<QComboBox>(name)->currentIndex(), 0, as<QComboBox>(name)->count() - 1);
-    if (name == "pushButton_palette") {
-        value = dice(256 * 256);
-        return as<QPushButton>(name)->isEnabled();
-    }
-    if (const auto *choice = as<QRadioButton>(name))
-        return !choice->isChecked();
-    if (name == "battery")
-        value = dice(3) | any(std::array{0, 1, 2, 255}) << 8 | any(std::array{0, 6, 7, 8, 9, 255}) << 16 |
-                dice(2) << 24;
-    if (name == "language")
-        value = any(std::array{0, 1, 200, -1});
-    return true;
-}
-
-void PanelSession::give(const std::string &control, int value) {
-    const QString name = QString::fromStdString(control);
-    if (auto *slider = as<QSlider>(name)) {
-        slider->setValue(value);
-    } else if (auto *field = as<QLineEdit>(name)) {
-        field->setText(kColourTexts[value].text);
-    } else if (name == "comboBox") {
-        QMetaObject::invokeMethod(as<QComboBox>(name), "activated", Q_ARG(QString, asText(curveName_)));
-    } else if (auto *list = as<QComboBox>(name)) {
-        list->setCurrentIndex(value);
-    } else if (name == "pushButton_palette") {
-        QTest::mouseClick(as<QPushButton>(name), Qt::LeftButton, {}, {value % 256, value / 256});
-    } else if (name == "battery") {
-        recorder_.reply = {0xEE, static_cast<uint8_t>(value), static_cast<uint8_t>(value >> 8),
-                           static_cast<uint8_t>(value >> 16), 0xEE};
-        recorder_.transferResult = value >> 24 ? 0 : 64;
-        int running = 0;
-        for (QTimer *timer : window_->findChildren<QTimer *>())
-            if (timer->interval() == 5000 && timer->isActive() && ++running == 1)
-                QMetaObject::invokeMethod(timer, "timeout");
-        EXPECT_EQ(running, 1) << "the battery is asked for every five seconds";
-    } else if (name == "dialogs") {
-        whileDialogRuns(
-            *window_, [this] { window_->ShowVersionDialog(); }, [](QDialog &) {});
-        whileDialogRuns(
-            *window_, [this] { window_->OpenSettingsDialog(); }, [](QDialog &) {});
-    } else if (name == "language") {
-        ProductSettings::writeDword(L"language", static_cast<uint32_t>(value));
-        window_->ChooseLanguage();
-    } else {
-        if (name == "pushButton_24" || name == "pushButton_25")
-            as<QComboBox>("comboBox")->setEditText(asText(curveName_));
-        press(*as<QAbstractButton>(name));
-    }
-}
-
-// A disabled button, which no mouse can press, must be harmless all the same: its signal is emitted.
-void PanelSession::press(QAbstractButton &button) {
-    if (button.isVisible()) {
-        const QPoint centre = button.mapTo(window_.get(), button.rect().center());
-        EXPECT_EQ(window_->childAt(centre), &button) << "something covers it";
-    }
-    if (auto *box = qobject_cast<QCheckBox *>(&button))
-        box->toggle();
-    else if (button.isEnabled())
-        button.click();
-    else
-        QMetaObject::invokeMethod(&button, "clicked");
-}
-
-QString PanelSession::actual(const QString &control, const QString &property, const QString &wanted) {
-    const QWidget &widget = *widgets_.value(control);
-    const auto flag = [](bool value) { return QString(value ? "true" : "false"); };
-    if (property == "styleSheet")
-        return widget.styleSheet().contains(wanted) ? wanted : widget.styleSheet();
-    if (property == "lit")
-        return flag(widget.styleSheet().contains("color: #FFFFFF;"));
-    if (property == "isHidden")
-        return flag(widget.isHidden());
-    if (property == "items") {
-        QString items;
-        for (int i = 0; i < as<QComboBox>(control)->count(); ++i)
-            items += as<QComboBox>(control)->itemText(i) + "|";
-        return items;
-    }
-    if (property == "fromCentre") {
-        const QRect ring = widgets_.value("round")->geometry();
-        return QString("%1,%2")
-            .arg(widget.x() + widget.width() / 2 - ring.x() - ring.width() / 2)
-            .arg(widget.y() + widget.height() / 2 - ring.y() - ring.height() / 2);
-    }
-    return widget.property(property.toLatin1()).toString();
-}
-
-void PanelSession::compare(const std::string &input) {
-    SCOPED_TRACE(input);
-    QCoreApplication::sendPostedEvents(); // the status strip follows when the handler has ended
-    const auto isTransfer = [](const std::string &call) { return call == kTransfer; };
-    const auto isRequest = [](const PanelModel::Report &report) { return report == kBatteryRequest; };
-    auto &calls = recorder_.calls;
-    auto &reports = recorder_.reports;
-    calls.erase(std::remove_if(calls.begin(), calls.end(), isTransfer), calls.end());
-    reports.erase(std::remove_if(reports.begin(), reports.end(), isRequest), reports.end());
-    EXPECT_EQ(calls, model_->calls);
-    EXPECT_EQ(reports, model_->reports);
-    for (std::vector<std::string> *list : {&calls, &model_->calls})
-        list->clear();
-    reports.clear();
-    model_->reports.clear();
-    EXPECT_TRUE(same(recorder_.system, model_->sentSystem));
-    EXPECT_TRUE(same(recorder_.sound, model_->sentSound));
-    EXPECT_TRUE(same(recorder_.extension, model_->sentExtension));
-    EXPECT_EQ(ProductSettings::readDword(L"vol_locked"), model_->world.locked);
-    QFile file(curveFile());
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.readAll(), QByteArray(reinterpret_cast<const char *>(&model_->world.curveFile), 748));
-    for (const auto &[place, value] : model_->shown()) {
-        const QStringList parts = QString::fromStdString(place).split('.');
-        EXPECT_EQ(actual(parts[0], parts[1], QString::fromStdString(value)).toStdString(), value) << place;
-    }
-}
-
-// The drawing turns in the right direction, or stands still.
-void PanelSession::expectTurning() {
-    const auto &view = *window_->findChild<SoundFieldView *>();
-    const float before = view.angle();
-    const bool moved =
-        QTest::qWaitFor([&] { return view.angle() != before; }, model_->turning() ? 5000 : 150);
-    EXPECT_EQ(moved ? view.angle() - before : 0, model_->turning());
-}
-
-void PanelSession::play(int inputs) {
-    for (int i = 0; i < inputs && !HasFailure(); ++i) {
-        const std::string control = any(inputs_);
-        int value = 0;
-        if (!choose(control, value))
-            continue;
-        model_->box.clear();
-        ASSERT_TRUE(model_->take(control, value, curveName_)) << "unknown: " << control;
-        std::optional<BoxAnswerer> answerer;
-        if (!model_->box.empty())
-            answerer.emplace(0);
-        give(control, value);
-        if (answerer) {
-            EXPECT_EQ(answerer->box().text, std::wstring(model_->box.begin(), model_->box.end()));
-        }
-        compare("input " + std::to_string(i) + ": " + control + " " + std::to_string(value));
-        if ((control == "Page4_P_4" || control == "Page4_P_5") && model_->sound.soundFieldOn) {
-            EXPECT_EQ(window_->findChild<SoundFieldView *>()->angle(), 0);
-        }
-    }
-}
 
 } // namespace
 
@@ -363,25 +356,16 @@ TEST_F(PanelSession, KeepsNothingOfWhatWasUsed) {
 
 TEST_F(PanelSession, OnlyALeftPressOnTheTopBarDragsTheWindow) {
     start({});
-    const struct {
-        Qt::MouseButton button;
-        int y;
-        bool drags;
-    } rows[] = {{Qt::LeftButton, 0, true},
-                {Qt::LeftButton, 68, true},
-                {Qt::LeftButton, 69, false},
-                {Qt::RightButton, 30, false}};
-    for (const auto &row : rows) {
-        const QPoint press(400, row.y), before = window_->pos();
-        const auto send = [&](QEvent::Type type, const QPoint &at) {
-            QMouseEvent event(type, at, window_->mapToGlobal(at), row.button, row.button, Qt::NoModifier);
+    for (const auto &[button, y, drags] :
+         {std::tuple{Qt::LeftButton, 68, true}, {Qt::LeftButton, 69, false}, {Qt::RightButton, 30, false}}) {
+        const QPoint press(400, y), before = window_->pos();
+        for (const auto &[type, by] : {std::pair{QEvent::MouseButtonPress, QPoint(0, 0)},
+                                       {QEvent::MouseMove, {50, -40}},
+                                       {QEvent::MouseButtonRelease, {0, 0}},
+                                       {QEvent::MouseMove, {7, 7}}}) {
+            QMouseEvent event(type, press + by, window_->mapToGlobal(press + by), button, button, {});
             QCoreApplication::sendEvent(window_.get(), &event);
-        };
-        send(QEvent::MouseButtonPress, press);
-        send(QEvent::MouseMove, press + QPoint(50, -40));
-        EXPECT_EQ(window_->pos() - before, row.drags ? QPoint(50, -40) : QPoint()) << row.y;
-        send(QEvent::MouseButtonRelease, press);
-        send(QEvent::MouseMove, press + QPoint(7, 7));
-        EXPECT_EQ(window_->pos() - before, row.drags ? QPoint(50, -40) : QPoint()) << row.y << ", released";
+        }
+        EXPECT_EQ(window_->pos() - before, drags ? QPoint(50, -40) : QPoint()) << y;
     }
 }
