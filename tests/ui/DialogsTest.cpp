@@ -20,15 +20,16 @@ protected:
 TEST_F(DialogsTest, SettingsAreShownAndSavedByTheRules) {
     constexpr char cancel[] = "pushButton", confirm[] = "pushButton_2";
     const struct {
-        std::optional<uint32_t> tray, tip; // stored before
+        std::optional<uint32_t> tray, tip; // nothing: as the row before left it, or missing
         bool trayShown, tipShown;          // the second box is hidden, but saved all the same
         bool trayChosen;
         const char *button;
         std::optional<uint32_t> savedTray, savedTip;
     } cases[] = {
         {{}, {}, true, true, false, cancel, {}, {}},
-        {{}, {}, true, true, false, confirm, 0, 0}, // saving turns the start tip off for good
-        {0, 1, false, false, true, confirm, 1, 1},  // a tip that is on stays on
+        {{}, {}, true, true, true, confirm, 1, 0}, // saving turns the start tip off for good
+        {{}, {}, true, true, false, confirm, 0, 0},
+        {0, 1, false, false, true, confirm, 1, 1}, // a tip that is on stays on
         {7, 0xFFFFFFFF, true, false, false, confirm, 0, 1},
     };
     for (const auto &c : cases) {
@@ -49,17 +50,21 @@ TEST_F(DialogsTest, SettingsAreShownAndSavedByTheRules) {
     }
 }
 
-TEST_F(DialogsTest, ASecondDialogDoesNotOpen) {
+// Open, a dialog keeps the other one and the mouse from the rest of the window.
+TEST_F(DialogsTest, AnOpenDialogHasTheWindowToItself) {
     for (const auto &open : openings) {
         whileDialogRuns(*window, open, [&](QDialog &dialog) {
             for (const auto &openSecond : openings) {
                 QTimer::singleShot(100, &dialog, [&] {
                     for (QDialog *other : window->findChildren<QDialog *>())
-                        EXPECT_TRUE(other == &dialog || !other->close());
+                        EXPECT_TRUE(other == &dialog || !other->close()) << "a second dialog";
                 });
                 openSecond();
                 QTest::qWait(150);
             }
+            const auto &behind = child<QPushButton>(*window, "bt_y2");
+            const QPoint place = behind.mapTo(window.get(), behind.rect().center());
+            EXPECT_EQ(window->childAt(place)->parentWidget(), window.get());
         });
     }
 }

@@ -28,6 +28,7 @@ protected:
         Registry::CreateKey(ProductSettings::kProductKey);
     }
 
+    // Beside the program, a copy of the built one.
     static QString translationFile(const char *name) {
         return QCoreApplication::applicationDirPath() + "/translations/" + name;
     }
@@ -54,7 +55,8 @@ protected:
             dialogs.first()->close();
         });
         open();
-        EXPECT_TRUE(acted && window.findChildren<QDialog *>().isEmpty()) << "none, or not deleted";
+        EXPECT_TRUE(acted) << "returned without running a dialog";
+        EXPECT_TRUE(window.findChildren<QDialog *>().isEmpty()) << "the dialog was not deleted";
     }
 
     template<typename Widget>
