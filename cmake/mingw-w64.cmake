@@ -6,7 +6,7 @@ set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
 set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
 set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
 
-# QORSOUND_QT is the Qt folder that tools/setup/qt.sh made; the environment carries it into try_compile.
+# QORSOUND_QT is the Qt folder that tools/setup/qt/build.sh made; the environment carries it into try_compile.
 if(NOT QORSOUND_QT)
     set(QORSOUND_QT "$ENV{QORSOUND_QT}")
 endif()

@@ -36,7 +36,8 @@ Result logged(Operation operation, Result otherwise) {
     return otherwise;
 }
 
-// A missing key means that every value is missing. It is looked for last, since one value is read ten times a second.
+// A missing key means that every value is missing. It is looked for last, since one value is read ten times a
+// second.
 bool exists(const wchar_t *key, const wchar_t *name) {
     try {
         return Registry::ValueExists(key, name);

@@ -1,5 +1,5 @@
-// The main window's central widget: a plain widget that has the panel's style sheet from the start. Set on the finished
-// form, the sheet would give each of its 400 widgets a second style.
+// The main window's central widget: a plain widget that has the panel's style sheet from the start. Set on
+// the finished form, the sheet would give each of its 400 widgets a second style.
 #pragma once
 
 #include <QFile>
