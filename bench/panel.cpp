@@ -5,7 +5,6 @@
 #include "helpers/Registry.h"
 #include "program/FormMap.h"
 #include "Row.h"
-#include "support/ProcessHoldings.h"
 
 #include <chrono>
 #include <filesystem>
@@ -13,6 +12,10 @@
 #include <iterator>
 #include <QApplication>
 #include <sstream>
+
+// After windows.h.
+#define PSAPI_VERSION 2
+#include <psapi.h>
 
 namespace {
 
@@ -95,8 +98,12 @@ double firstPaint(const std::wstring &program, const ScreenRow &row) {
     return time;
 }
 
+// Wine fills this field of the counters and not PrivateUsage.
 double privateMegabytes(DWORD processId) {
-    return static_cast<double>(ProcessHoldings::of(processId).privateKilobytes) / 1024;
+    const UniqueHandle process(OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, processId));
+    PROCESS_MEMORY_COUNTERS counters{};
+    GetProcessMemoryInfo(process.get(), &counters, sizeof counters);
+    return static_cast<double>(counters.PagefileUsage) / (1 << 20);
 }
 
 std::string contents(const std::filesystem::path &path) {

@@ -2,6 +2,7 @@
 
 #include "helpers/UniqueResource.h"
 #include "hid/HidHandles.h"
+#include "simulator/WaitUntil.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -26,17 +27,6 @@ using UniqueService = UniqueResource<ServiceTraits>;
 void require(bool ok, const char *what) {
     if (!ok)
         throw std::runtime_error(std::string(what) + ": error " + std::to_string(GetLastError()));
-}
-
-template<typename Condition>
-bool waitUntil(Condition condition, unsigned milliseconds) {
-    const DWORD start = GetTickCount();
-    while (!condition()) {
-        if (GetTickCount() - start >= milliseconds)
-            return false;
-        Sleep(5);
-    }
-    return true;
 }
 
 std::wstring driverPath() {

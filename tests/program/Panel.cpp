@@ -119,10 +119,8 @@ std::wstring Panel::answerBox() const {
     HWND box = nullptr;
     if (!waitUntil([&] { return (box = systemDialog()) != nullptr; }))
         return {};
-    wchar_t text[512] = L"";
-    for (HWND child = nullptr; !*text && (child = FindWindowExW(box, child, L"Static", nullptr));)
-        SendMessageW(child, WM_GETTEXT, 512, reinterpret_cast<LPARAM>(text));
-    PostMessageW(FindWindowExW(box, nullptr, L"Button", nullptr), BM_CLICK, 0, 0);
+    const std::wstring text = textOfBox(box);
+    pressButtonOfBox(box, 0);
     waitUntil([&] { return !IsWindow(box); });
     return text;
 }

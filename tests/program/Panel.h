@@ -3,7 +3,7 @@
 #pragma once
 
 #include "helpers/WinHandles.h"
-#include "support/FindWindow.h"
+#include "support/SystemBox.h"
 #include "support/WaitUntil.h"
 
 #include <initializer_list>
@@ -52,7 +52,7 @@ public:
     std::vector<std::string> journal() const;
 
     // A message box of the process; null when there is none.
-    HWND systemDialog() const { return findWindow(processId_, L"#32770"); }
+    HWND systemDialog() const { return findBox(processId_); }
     // Waits for a message box and answers it by its first button; gives its text, empty if none came.
     std::wstring answerBox() const;
 

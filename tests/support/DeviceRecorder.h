@@ -21,7 +21,6 @@ public:
     // "_kill_task(normal.exe)". Wrong access keys and null pointers show up in the line.
     std::vector<std::string> calls;
     std::vector<uint32_t> callTimes; // milliseconds (GetTickCount) of each call
-    size_t countOf(const std::string &prefix) const;
 
     // What setDeviceProperty received last, by type.
     SystemBlock system{};

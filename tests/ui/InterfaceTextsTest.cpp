@@ -2,13 +2,15 @@
 #include "ui/LanguageChoice.h"
 #include "ui/WindowTest.h"
 
+#include <gmock/gmock.h>
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QRegularExpression>
-#include <QStackedWidget>
 
 namespace {
+
+using namespace testing;
 
 // One line per text of the window and everything in it, shown or not, tool tips and the names for screen
 // readers included: "object.property: text".
@@ -54,7 +56,7 @@ TEST_F(InterfaceTexts, SwitchingEqualsStartingInTheLanguage) {
         });
         EXPECT_EQ(joined(texts(*window)), joined(language == 0 ? chinese : english));
     }
-    EXPECT_EQ(DeviceRecorder::instance().countOf("setDeviceProperty"), 0U);
+    EXPECT_THAT(DeviceRecorder::instance().calls, Each(Not(HasSubstr("setDeviceProperty"))));
 
     const QRegularExpression han(
         QStringLiteral("[\\x{2e80}-\\x{9fff}\\x{f900}-\\x{faff}\\x{ff00}-\\x{ffef}]"));
@@ -100,32 +102,6 @@ TEST_F(InterfaceTexts, MissingOrBrokenTranslationFilesGiveTheSourceTexts) {
         file.write(bytes);
         file.close();
         EXPECT_EQ(textIn(1), "扬声器") << bytes.size();
-    }
-}
-
-// Screen readers hear "checked" for what the eye sees as chosen, on or muted, whatever was clicked before.
-TEST_F(InterfaceTexts, CheckedIsWhatIsShown) {
-    const std::unique_ptr<demo> window = start(1);
-    const auto &pages = child<QStackedWidget>(*window, "stackedWidget");
-    QList<QPushButton *> buttons;
-    for (QPushButton *button : window->findChildren<QPushButton *>())
-        if (button->isCheckable())
-            buttons << button;
-    EXPECT_GT(buttons.size(), 45);
-    const QRegularExpression mark("btn_open.png|1px solid #ef0303|rgba\\(110,110,110,1\\)|"
-                                  "silent-volumeHigh.png|icon_lock.png");
-    const auto looksOn = [&](const QPushButton &button) {
-        if (button.objectName().startsWith("bt_y"))
-            return button.objectName() == QString("bt_y%1").arg(pages.currentIndex());
-        if (button.objectName() == "btn_uninstall_mic") // one setting with pushButton_16
-            return !child<QPushButton>(*window, "pushButton_16").isChecked();
-        return button.styleSheet().contains(mark);
-    };
-    for (QPushButton *clicked : buttons + buttons) {
-        clicked->click();
-        for (const QPushButton *button : qAsConst(buttons))
-            EXPECT_EQ(button->isChecked(), looksOn(*button))
-                << button->objectName().toStdString() << " after " << clicked->objectName().toStdString();
     }
 }
 

@@ -1,3 +1,4 @@
+// What the tool refuses and finds. What goes well is in update_round_test.sh, whose packages it makes.
 #include "release/ReleaseTool.h"
 
 #include <fstream>
@@ -5,29 +6,23 @@
 #include <gtest/gtest.h>
 #include <sstream>
 
-using testing::HasSubstr;
 namespace fs = std::filesystem;
 
-namespace {
+TEST(ReleaseTool, NamesWhatIsWrong) {
+    const fs::path folder = fs::temp_directory_path() / fs::u8path(u8"qor_release_test_中文"),
+                   configuration = folder / "a.fsc", information = folder / "info.dat";
+    fs::create_directories(folder);
+    const auto write = [&](const char *name, const std::string &bytes) {
+        std::ofstream(folder / name, std::ios::binary) << bytes;
+        return folder / name;
+    };
+    std::ostringstream output; // and errors
+    const auto run = [&](const std::vector<fs::path> &arguments) {
+        return runReleaseTool(arguments, output, output);
+    };
+    const auto says = [&](const char *line) { EXPECT_THAT(output.str(), testing::HasSubstr(line)); };
 
-// What goes well is in update_round_test.sh, whose packages this tool makes.
-class ReleaseTool : public testing::Test {
-protected:
-    const fs::path folder_ = fs::temp_directory_path() / fs::u8path(u8"qor_release_test_中文");
-    std::ostringstream output_; // and errors
-
-    void SetUp() override { fs::create_directories(folder_); }
-    void TearDown() override { fs::remove_all(folder_); }
-
-    fs::path write(const char *name, const std::string &bytes) {
-        std::ofstream(folder_ / name, std::ios::binary) << bytes;
-        return folder_ / name;
-    }
-    int run(const std::vector<fs::path> &arguments) { return runReleaseTool(arguments, output_, output_); }
-};
-
-TEST_F(ReleaseTool, NamesWrongSettings) {
-    const std::pair<std::string, std::string> rows[] = {
+    const std::pair<std::string, const char *> settings[] = {
         {"address = 1.2.3.4.5", "line 1: address \"1.2.3.4.5\" is not a dotted IPv4 address"},
         {"address = 1.2.3.4\nport = 65536", "line 2: \"65536\" is not a number from 1 to 65535"},
         {"address = 1.2.3.4\nserver = x", "line 2: unknown setting \"server\""},
@@ -37,28 +32,23 @@ TEST_F(ReleaseTool, NamesWrongSettings) {
         {"address = 1.2.3.4\naddress = 1.2.3.4", "line 2: \"address\" stands there a second time"},
         {"# address = 1.2.3.4\n", "there is no address"},
     };
-    for (const auto &[text, message] : rows) {
-        EXPECT_EQ(run({"netcfg", write("settings.txt", text), folder_ / "a.fsc"}), 1) << text;
-        EXPECT_THAT(output_.str(), HasSubstr(message));
-        EXPECT_FALSE(fs::exists(folder_ / "a.fsc")) << text;
+    for (const auto &[text, message] : settings) {
+        EXPECT_EQ(run({"netcfg", write("settings.txt", text), configuration}), 1) << text;
+        says(message);
+        EXPECT_FALSE(fs::exists(configuration)) << text;
     }
-}
 
-TEST_F(ReleaseTool, ChecksWhatThePanelWouldNotTake) {
-    const fs::path first = write("first.exe", "123456789"), other = write("other.exe", "b");
-    const fs::path configuration = folder_ / "a.fsc", information = folder_ / "info.dat";
-    const fs::path settings = write("settings.txt", "\xEF\xBB\xBF# a comment\n"
-                                                    "address = 192.0.2.10\r\n\n"
-                                                    "password = with blank = # and equals\n");
+    const fs::path first = write("first.exe", "123456789"), other = write("other.exe", "b"),
+                   good = write("settings.txt", "\xEF\xBB\xBF# a comment\naddress = 192.0.2.10\r\n\n"
+                                                "password = with blank = # and equals\n");
     EXPECT_EQ(run({"updateinfo", information, first}), 0);
-    EXPECT_EQ(run({"netcfg", settings, configuration}), 0);
+    EXPECT_EQ(run({"netcfg", good, configuration}), 0);
     EXPECT_EQ(run({"check", configuration, information, first, other}), 1);
     EXPECT_EQ(run({"check", configuration, write("upper.dat", "\nsetup.exe:crc=0x0000000A")}), 1);
     EXPECT_EQ(run({"check", write("a.fsc", std::string(344, 'x')), information}), 1);
     for (const char *line :
          {"server 192.0.2.10:21, user \"\", with password, folder \"\"", "first.exe is listed",
           "other.exe is NOT listed", "line 2: not eight lower-case", "is damaged (CRC)"})
-        EXPECT_THAT(output_.str(), HasSubstr(line));
+        says(line);
+    fs::remove_all(folder);
 }
-
-} // namespace

@@ -90,7 +90,7 @@ TEST_F(SoftwareUpdateTest, OnlyAListedInstallerIsSavedAndStartedAfterConsent) {
     const std::string start = "_start_task(qor_setup.exe, null, 5, " + kFolder.string() + "\\)";
     const struct {
         std::optional<std::string> installer;
-        std::optional<size_t> button; // 0: consents, 1: declines
+        std::optional<int> button; // 0: consents, 1: declines
         bool isInTheWay;              // a folder of the file's name
         const char *status;
         std::vector<std::string> calls;

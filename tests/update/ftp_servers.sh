@@ -24,7 +24,7 @@ unpack_ftp_servers() {
 start_ftp_server() {
     FTP_USER=maker FTP_PASSWORD=secret FTP_NOTE=
     ftp_work=$(mktemp -d /tmp/qor-ftp-XXXXXX) # where a server without rights may go
-    trap 'code=$?; rm -rf "$ftp_work"; (exit "$code"); end_session' EXIT
+    leftovers+=("$ftp_work")
     FTP_ROOT=$ftp_work/root
     mkdir "$FTP_ROOT" "$ftp_work/run"
     FTP_PORT=$(/usr/bin/python3 -c 'import socket; s = socket.socket(); s.bind(("127.0.0.1", 0)); print(s.getsockname()[1])')

@@ -22,6 +22,19 @@ wait_for() {
     done
 }
 
+# give_until INPUT COMMAND...: gives the input, words of xdotool, again every three seconds until the command succeeds: what
+# comes while a window is being mapped is lost.
+give_until() {
+    local input attempt
+    read -ra input <<<"$1"
+    shift
+    for attempt in {1..15}; do
+        xdotool "${input[@]}"
+        ! wait_for 3 "$@" || return 0
+    done
+    return 1
+}
+
 # value KEY NAME: the data of a value in the 64-bit view; nothing when it is missing.
 value() {
     "$WINE" reg query "$1" /v "$2" /reg:64 2>/dev/null </dev/null | tr -d '\r' |

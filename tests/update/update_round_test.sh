@@ -45,18 +45,18 @@ say "starting the panel"
 start_panel
 checks 1 1 || fail "the check at the start did not find the newer version"
 step "the check at the start: a new version"
-sleep 1 # the re-layout after construction
 
 say "clicking the check button"
-xdotool mousemove $((X + CHECK_X)) $((Y + CHECK_Y)) sleep 0.2 click 1
 begun=$(date +%s%N)
-wait_for 60 window upgrade || fail "the panel did not ask for consent"
+check() { echo "mousemove $((X + CHECK_X)) $((Y + CHECK_Y)) sleep 0.2 click 1"; }
+give_until "$(check)" window upgrade || fail "the panel did not ask for consent"
 step "checked, downloaded, CRC right, consent asked for"
 saved=$(find "$DRIVE_C" -name qor_setup.exe)
 [ -z "$saved" ] || fail "the installer was saved before the consent"
 
 say "consenting"
-xdotool key Return
+answered() { ! window upgrade; }
+give_until "key Return" answered || fail "the question does not go away"
 updated() { [ "$(value "$UNINSTALL_KEY" DisplayVersion)" = 2.0.6 ]; }
 wait_for 60 updated || fail "the newer installer did not install"
 saved=$(find "$DRIVE_C" -name qor_setup.exe)
@@ -70,9 +70,8 @@ say "the new version is current"
 before=$(find "$DRIVE_C" -name qor_setup.exe -printf '%T@')
 start_panel
 checks -6 1 || fail "the updated panel is not current"
-sleep 1 # the re-layout after construction
-xdotool mousemove $((X + 115)) $((Y + 781)) sleep 0.2 click 1 sleep 0.5 # the navigation to the upgrade page
-xdotool mousemove $((X + CHECK_X)) $((Y + CHECK_Y)) sleep 0.2 click 1
-wait_for 30 checks -6 2 || fail "the updated panel did not check again, or found the same version newer"
+to_the_page="mousemove $((X + 115)) $((Y + 781)) sleep 0.2 click 1 sleep 0.5"
+give_until "$to_the_page $(check)" checks -6 2 ||
+    fail "the updated panel did not check again, or found the same version newer"
 expect "time of the saved installer" "$(find "$DRIVE_C" -name qor_setup.exe -printf '%T@')" "$before"
 say "whole update: all well"

@@ -8,6 +8,7 @@
 # On the template's file system, where a copy can share its files by hard links.
 mkdir -p "$CACHE/runs"
 work=$(mktemp -d "$CACHE/runs/XXXXXX")
+leftovers=("$work") # folders that go with the session
 export WINEPREFIX=$work/prefix TMPDIR=$work # wineserver leaves a folder of its own in TMPDIR
 started=()                                  # process ids to end with the session
 end_session() {
@@ -16,7 +17,7 @@ end_session() {
     wineserver -k 2>/dev/null || true
     timeout 10 wineserver -w 2>/dev/null || true
     [ "${#started[@]}" = 0 ] || kill "${started[@]}" 2>/dev/null || true
-    rm -rf "$work" || true
+    rm -rf "${leftovers[@]}" || true
     exit "$code"
 }
 trap end_session EXIT

@@ -55,15 +55,6 @@ protected:
     std::unique_ptr<EqualizerPage> page;
 };
 
-TEST_F(EqualizerPageTest, StoresTenCurves) {
-    for (int i = 0; i < 10; ++i)
-        saveAs("Curve " + QString::number(i));
-    BoxAnswerer answerer(0);
-    saveAs("cu");
-    EXPECT_EQ(answerer.box().text, L"too many EQ info to save");
-    EXPECT_EQ(form.comboBox->count(), 10);
-}
-
 TEST_F(EqualizerPageTest, NamesTheCurveWhoseGainsStandOnTheSliders) {
     const auto shown = [this] { return form.jhq_lab_20->text(); };
     form.verticalSlider_19->setValue(27);

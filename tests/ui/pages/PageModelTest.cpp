@@ -3,7 +3,6 @@
 #include "ui/pages/EqCurveLine.h"
 #include "ui/pages/EqCurveText.h"
 #include "ui/pages/SoundFieldGeometry.h"
-#include "ui/pages/VolumeBalance.h"
 
 #include <gtest/gtest.h>
 
@@ -81,22 +80,6 @@ TEST(EqCurveText, WritesTheBandsInOneLine) {
         "GraphicEQ: 30 -20; 60 20; 120 0; 250 1; 500 -1; 1000 9; 2000 10; 4000 -10; 8000 3; 16000 -4\n");
 }
 
-TEST(SoundFieldGeometry, PlacesMarkersOnTheRayOfTheirReference) {
-    const struct {
-        SoundField::Point reference;
-        int value, x, y;
-    } rows[] = {
-        {{175, 71}, -13, 160, 4}, // lowest: 1.5 times as far out as the reference
-        {{175, 71}, 4, 160, 160}, // highest: on the centre
-        {{175, 71}, -4, 160, 87}, {{84, 228}, -13, 23, 239}, {{278, 174}, -5, 242, 159},
-    };
-    for (const auto &row : rows) {
-        const SoundField::Point place =
-            SoundField::markerPosition({175, 175}, row.reference, {30, 31}, row.value, -13, 4);
-        EXPECT_EQ(std::pair(place.x, place.y), std::pair(row.x, row.y)) << &row - rows;
-    }
-}
-
 TEST(SoundFieldGeometry, RingsPassThroughTheirPointFromTheRightClockwise) {
     const auto ring = SoundField::pointRing({10, 20}, {13, 24}, 4);
     const std::pair<double, double> places[] = {{15, 20}, {10, 25}, {5, 20}, {10, 15}};
@@ -122,17 +105,6 @@ TEST(LowBatteryWatch, TellsOnceOfTwentyAndOfTenPercentUntilCharged) {
         const auto told = watch.hear({0xEE, reply.connected, reply.charging, reply.step});
         EXPECT_EQ(told.value_or(0), reply.told) << &reply - replies;
     }
-}
-
-TEST(VolumeBalance, DeadBandCoversOneStepBelowSixty) {
-    const struct {
-        int system, master;
-        bool news;
-    } cases[] = {{45, 44, false}, {46, 44, true}, {42, 44, true}, {59, 60, false}, {60, 59, true}};
-    for (const auto &c : cases)
-        EXPECT_EQ(VolumeBalance::isNews(c.system, c.master), c.news) << &c - cases;
-    for (const auto &[scalar, percent] : {std::pair(0.7f, 69), {2.0f, 100}, {std::nanf(""), 0}})
-        EXPECT_EQ(VolumeBalance::percentOfScalar(scalar), percent) << scalar;
 }
 
 } // namespace
