@@ -34,9 +34,10 @@ std::vector<double> timesOf(int count, Step step) {
 void printSliderStep(const std::string &what, QSlider &slider) {
     DeviceRecorder &recorder = DeviceRecorder::instance();
     const int steps = slider.maximum() - slider.minimum() + 1;
-    const size_t before = recorder.countOf("setDeviceProperty");
+    recorder.calls.clear();
     const auto times = timesOf(4000, [&](int i) { slider.setValue(slider.minimum() + i % steps); });
-    const double writes = static_cast<double>(recorder.countOf("setDeviceProperty") - before);
+    const double writes =
+        static_cast<double>(std::count(recorder.calls.begin(), recorder.calls.end(), "setDeviceProperty(2)"));
     std::vector<double> sorted = times;
     std::sort(sorted.begin(), sorted.end());
     printRow(what, median(times), " us", 100,

@@ -2,22 +2,14 @@
 #include "hid/PluggedReceiver.h"
 #include "program/Panel.h"
 
-#include <algorithm>
 #include <dbt.h>
 #include <gtest/gtest.h>
-
-static std::vector<std::string> ownCalls(const Panel &panel, const std::string &beginning) {
-    std::vector<std::string> lines = panel.journal();
-    const auto isOther = [&](const std::string &line) { return line.rfind(beginning, 0) != 0; };
-    lines.erase(std::remove_if(lines.begin(), lines.end(), isOther), lines.end());
-    return lines;
-}
 
 TEST(PanelKeyEvent, TogglesTheBlockAndAnswersTheReceiverThatComesLate) {
     Panel::prepare();
     Panel panel;
     ASSERT_TRUE(panel.startAndShow());
-    const auto batteryRequests = [&] { return ownCalls(panel, "_hid_trans_data(").size(); };
+    const auto batteryRequests = [&] { return panel.journal("_hid_trans_data(").size(); };
     // Just after a regular request for the battery, the next of which would come 5 s later.
     const size_t before = batteryRequests();
     ASSERT_TRUE(waitUntil([&] { return batteryRequests() > before; }));
@@ -30,9 +22,7 @@ TEST(PanelKeyEvent, TogglesTheBlockAndAnswersTheReceiverThatComesLate) {
     ASSERT_TRUE(hid.waitForListener(tell));
 
     // Up to the second byte of the sound block, such as "...0: 00 01".
-    const auto written = [&] {
-        return ownCalls(panel, "setDeviceProperty(type 2, 0: ").back().substr(0, 34);
-    };
+    const auto written = [&] { return panel.journal("setDeviceProperty(type 2, 0: ").back().substr(0, 34); };
     std::string expected = written();
     for (size_t byte = 1; byte <= 5; ++byte) {
         PluggedReceiver::Report other = PluggedReceiver::keyEvent();

@@ -16,12 +16,10 @@ const wchar_t kJournal[] = L"C:\\panel journal.txt";
 // Every event carries its place, so that it arrives there also when the system reports earlier movements of
 // the pointer late.
 void mouse(POINT screen, DWORD flags = 0) {
-    INPUT input{};
-    input.type = INPUT_MOUSE;
-    input.mi.dx = (screen.x * 65536 + 32768) / GetSystemMetrics(SM_CXSCREEN);
-    input.mi.dy = (screen.y * 65536 + 32768) / GetSystemMetrics(SM_CYSCREEN);
-    input.mi.dwFlags = flags | MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
-    SendInput(1, &input, sizeof input);
+    const long x = (screen.x * 65536 + 32768) / GetSystemMetrics(SM_CXSCREEN);
+    const long y = (screen.y * 65536 + 32768) / GetSystemMetrics(SM_CYSCREEN);
+    mouse_event(flags | MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, static_cast<DWORD>(x), static_cast<DWORD>(y),
+                0, 0);
 }
 
 } // namespace
@@ -93,23 +91,13 @@ void Panel::click(POINT position) const {
         mouse(position, event);
 }
 
-void Panel::press(WORD virtualKey) {
-    INPUT input[2] = {};
-    for (INPUT &each : input) {
-        each.type = INPUT_KEYBOARD;
-        each.ki.wVk = virtualKey;
-    }
-    input[1].ki.dwFlags = KEYEVENTF_KEYUP;
-    SendInput(2, input, sizeof *input);
-}
-
-std::vector<std::string> Panel::journal() const {
+std::vector<std::string> Panel::journal(const std::string &beginning) const {
     std::vector<std::string> calls;
     std::ifstream file{fs::path(kJournal)};
     std::string date, time, thread, call;
     DWORD process = 0;
     while (file >> date >> time >> process >> thread && std::getline(file >> std::ws, call)) {
-        if (process == processId_)
+        if (process == processId_ && call.rfind(beginning, 0) == 0)
             calls.push_back(call);
     }
     return calls;

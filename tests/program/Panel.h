@@ -20,8 +20,6 @@ public:
 
     Panel() = default;
     ~Panel(); // ends what still runs
-    Panel(const Panel &) = delete;
-    Panel &operator=(const Panel &) = delete;
 
     // Starts QorSoundKit.exe. waitForWindow: until its main window is visible and painted.
     void start();
@@ -46,10 +44,11 @@ public:
         };
         return giveUntil(give, seen);
     }
-    static void press(WORD virtualKey);
 
-    // The process's lines of the simulator's journal, without time and ids: "_SetVolum(45, 0, 0) -> 0 ...".
-    std::vector<std::string> journal() const;
+    // The process's lines of the simulator's journal that begin so, without time and ids: "_SetVolum(45, 0,
+    // 0)
+    // -> 0 ...".
+    std::vector<std::string> journal(const std::string &beginning) const;
 
     // A message box of the process; null when there is none.
     HWND systemDialog() const { return findBox(processId_); }

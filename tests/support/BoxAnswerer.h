@@ -17,8 +17,6 @@ public:
     // buttonIndex: the button to click, 0 is the leftmost. Gives up when no box comes.
     explicit BoxAnswerer(int buttonIndex) : thread_([this, buttonIndex] { answer(buttonIndex); }) {}
     ~BoxAnswerer() { box(); }
-    BoxAnswerer(const BoxAnswerer &) = delete;
-    BoxAnswerer &operator=(const BoxAnswerer &) = delete;
 
     // After the call that showed the box has returned.
     const Box &box() {

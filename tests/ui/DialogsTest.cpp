@@ -11,7 +11,7 @@ using ProductSettings::readDword;
 
 class DialogsTest : public WindowTest {
 protected:
-    const std::unique_ptr<demo> window = start(1);
+    DialogsTest() { start(1); }
     const std::function<void()> openings[2] = {[this] { window->OpenSettingsDialog(); },
                                                [this] { window->ShowVersionDialog(); }};
 };
@@ -38,7 +38,7 @@ TEST_F(DialogsTest, SettingsAreShownAndSavedByTheRules) {
             ProductSettings::writeDword(L"isAddSysicon", *c.tray);
         if (c.tip)
             ProductSettings::writeDword(L"isStartShow", *c.tip);
-        whileDialogRuns(*window, openings[0], [&](QDialog &dialog) {
+        whileDialogRuns(openings[0], [&](QDialog &dialog) {
             auto &tray = child<QCheckBox>(dialog, "checkBox");
             EXPECT_EQ(tray.isChecked(), c.trayShown);
             EXPECT_EQ(child<QCheckBox>(dialog, "checkBox_2").isChecked(), c.tipShown);
@@ -53,7 +53,7 @@ TEST_F(DialogsTest, SettingsAreShownAndSavedByTheRules) {
 // Open, a dialog keeps the other one and the mouse from the rest of the window.
 TEST_F(DialogsTest, AnOpenDialogHasTheWindowToItself) {
     for (const auto &open : openings) {
-        whileDialogRuns(*window, open, [&](QDialog &dialog) {
+        whileDialogRuns(open, [&](QDialog &dialog) {
             for (const auto &openSecond : openings) {
                 QTimer::singleShot(100, &dialog, [&] {
                     for (QDialog *other : window->findChildren<QDialog *>())

@@ -40,23 +40,24 @@ using InterfaceTexts = WindowTest;
 // After a switch every text is what a start in that language shows, the live levels included, and the device
 // is not written to. English leaves no Chinese behind.
 TEST_F(InterfaceTexts, SwitchingEqualsStartingInTheLanguage) {
-    SoundBlock &sound = DeviceRecorder::instance().info.sound; // levels that no text of the form shows
+    SoundBlock &sound = recorder.info.sound; // levels that no text of the form shows
     sound.leftVolume = 41;
     sound.speakerLevel[0] = -7;
-    const QStringList chinese = texts(*start(0));
-    const std::unique_ptr<demo> window = start(1);
+    start(0);
+    const QStringList chinese = texts(*window);
+    start(1);
     const QStringList english = texts(*window);
     EXPECT_TRUE(english.contains("label_57.text: 41"));
-    DeviceRecorder::instance().calls.clear();
+    recorder.calls.clear();
     const auto openSettings = [&] { window->OpenSettingsDialog(); };
     for (const int language : {0, 1}) {
-        whileDialogRuns(*window, openSettings, [&](QDialog &dialog) {
+        whileDialogRuns(openSettings, [&](QDialog &dialog) {
             child<QComboBox>(dialog, "comboBox").setCurrentIndex(language);
             child<QPushButton>(dialog, "pushButton_2").click();
         });
         EXPECT_EQ(joined(texts(*window)), joined(language == 0 ? chinese : english));
     }
-    EXPECT_THAT(DeviceRecorder::instance().calls, Each(Not(HasSubstr("setDeviceProperty"))));
+    EXPECT_THAT(recorder.calls, Each(Not(HasSubstr("setDeviceProperty"))));
 
     const QRegularExpression han(
         QStringLiteral("[\\x{2e80}-\\x{9fff}\\x{f900}-\\x{faff}\\x{ff00}-\\x{ffef}]"));
@@ -78,7 +79,7 @@ TEST(LanguageChoice, StoredValueWinsOverTheSystemsLocale) {
 }
 
 TEST_F(InterfaceTexts, MissingOrBrokenTranslationFilesGiveTheSourceTexts) {
-    const std::unique_ptr<demo> window = start(1);
+    start(1);
     const auto textIn = [&](uint32_t language) {
         ProductSettings::writeDword(L"language", language);
         window->ChooseLanguage();

@@ -86,12 +86,12 @@ protected:
     }
 
     void start(const PanelModel::World &world) {
-        window_.reset();
-        recorder_.reset();
-        recorder_.info = world.device;
-        recorder_.updatesImage = world.imageFollows;
-        recorder_.taskRunning = world.taskRuns;
-        recorder_.usbIds = {11, 12, 13, 14};
+        window.reset();
+        recorder.reset();
+        recorder.info = world.device;
+        recorder.updatesImage = world.imageFollows;
+        recorder.taskRunning = world.taskRuns;
+        recorder.usbIds = {11, 12, 13, 14};
         QDir().mkpath(QFileInfo(curveFile()).path());
         QFile file(curveFile());
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -99,16 +99,16 @@ protected:
         file.close();
         ProductSettings::writeDword(L"vol_locked", world.locked);
         model_.emplace(world);
-        window_ = std::make_unique<demo>();
-        window_->show();
+        window = std::make_unique<demo>();
+        window->show();
         collectControls();
         // The battery is asked for as soon as the window is up; its first reply is all zero.
-        ASSERT_TRUE(QTest::qWaitFor([this] { return !recorder_.reports.empty(); }));
-        const std::vector<std::string> calls = recorder_.calls;
+        ASSERT_TRUE(QTest::qWaitFor([this] { return !recorder.reports.empty(); }));
+        const std::vector<std::string> calls = recorder.calls;
         for (size_t i = 0; i + 1 < calls.size(); ++i) // full scale goes by way of 99, half a second before
             EXPECT_TRUE(calls[i].rfind("_SetVolum(99, ", 0) != 0 ||
                         calls[i + 1].rfind("_SetVolum(100, ", 0) != 0 ||
-                        recorder_.callTimes[i + 1] - recorder_.callTimes[i] > 450);
+                        recorder.callTimes[i + 1] - recorder.callTimes[i] > 450);
         compare("start");
     }
 
@@ -122,7 +122,7 @@ protected:
                                  "btn_install_spk", "btn_uninstall_spk", "btn_install_mic"};
         widgets_.clear();
         inputs_ = {"battery", "dialogs", "language"};
-        for (QWidget *widget : window_->findChildren<QWidget *>(QRegularExpression("^(?!qt_).+"))) {
+        for (QWidget *widget : window->findChildren<QWidget *>(QRegularExpression("^(?!qt_).+"))) {
             const QString name = widget->objectName();
             widgets_.insert(name, widget);
             const bool isControl = qobject_cast<QAbstractButton *>(widget) ||
@@ -134,10 +134,10 @@ protected:
     }
 
     void restart() {
-        window_.reset();
+        window.reset();
         model_->end();
-        EXPECT_EQ(recorder_.calls, model_->calls);
-        EXPECT_TRUE(same(recorder_.system, model_->sentSystem));
+        EXPECT_EQ(recorder.calls, model_->calls);
+        EXPECT_TRUE(same(recorder.system, model_->sentSystem));
         start(PanelModel::World(model_->world));
     }
 
@@ -185,21 +185,20 @@ protected:
         } else if (name == "pushButton_palette") {
             QTest::mouseClick(as<QPushButton>(name), Qt::LeftButton, {}, {value % 256, value / 256});
         } else if (name == "battery") {
-            recorder_.reply = {0xEE, static_cast<uint8_t>(value), static_cast<uint8_t>(value >> 8),
-                               static_cast<uint8_t>(value >> 16), 0xEE};
-            recorder_.transferResult = value >> 24 ? 0 : 64;
+            recorder.reply = {0xEE, static_cast<uint8_t>(value), static_cast<uint8_t>(value >> 8),
+                              static_cast<uint8_t>(value >> 16), 0xEE};
+            recorder.transferResult = value >> 24 ? 0 : 64;
             int running = 0;
-            for (QTimer *timer : window_->findChildren<QTimer *>())
+            for (QTimer *timer : window->findChildren<QTimer *>())
                 if (timer->interval() == 5000 && timer->isActive() && ++running == 1)
                     QMetaObject::invokeMethod(timer, "timeout");
             EXPECT_EQ(running, 1) << "the battery is asked for every five seconds";
         } else if (name == "dialogs") {
             for (const auto open : {&demo::ShowVersionDialog, &demo::OpenSettingsDialog})
-                whileDialogRuns(
-                    *window_, [&] { (*window_.*open)(); }, [](QDialog &) {});
+                whileDialogRuns([&] { (*window.*open)(); }, [](QDialog &) {});
         } else if (name == "language") {
             ProductSettings::writeDword(L"language", static_cast<uint32_t>(value));
-            window_->ChooseLanguage();
+            window->ChooseLanguage();
         } else {
             if (name == "pushButton_24" || name == "pushButton_25")
                 as<QComboBox>("comboBox")->setEditText(asText(curveName_));
@@ -210,8 +209,8 @@ protected:
     // A disabled button, which no mouse can press, must be harmless all the same: its signal is emitted.
     void press(QAbstractButton &button) {
         if (button.isVisible()) {
-            const QPoint centre = button.mapTo(window_.get(), button.rect().center());
-            EXPECT_EQ(window_->childAt(centre), &button) << "something covers it";
+            const QPoint centre = button.mapTo(window.get(), button.rect().center());
+            EXPECT_EQ(window->childAt(centre), &button) << "something covers it";
         }
         if (auto *box = qobject_cast<QCheckBox *>(&button))
             box->toggle();
@@ -248,19 +247,15 @@ protected:
     void compare(const std::string &input) {
         SCOPED_TRACE(input);
         QCoreApplication::sendPostedEvents(); // the status strip follows when the handler has ended
-        auto &calls = recorder_.calls;
-        auto &reports = recorder_.reports;
+        auto &calls = recorder.calls;
+        auto &reports = recorder.reports;
         calls.erase(std::remove(calls.begin(), calls.end(), kTransfer), calls.end());
         reports.erase(std::remove(reports.begin(), reports.end(), kBatteryRequest), reports.end());
-        EXPECT_EQ(calls, model_->calls);
-        EXPECT_EQ(reports, model_->reports);
-        calls.clear();
-        reports.clear();
-        model_->calls.clear();
-        model_->reports.clear();
-        EXPECT_TRUE(same(recorder_.system, model_->sentSystem));
-        EXPECT_TRUE(same(recorder_.sound, model_->sentSound));
-        EXPECT_TRUE(same(recorder_.extension, model_->sentExtension));
+        EXPECT_EQ(std::exchange(calls, {}), std::exchange(model_->calls, {}));
+        EXPECT_EQ(std::exchange(reports, {}), std::exchange(model_->reports, {}));
+        EXPECT_TRUE(same(recorder.system, model_->sentSystem));
+        EXPECT_TRUE(same(recorder.sound, model_->sentSound));
+        EXPECT_TRUE(same(recorder.extension, model_->sentExtension));
         EXPECT_EQ(ProductSettings::readDword(L"vol_locked"), model_->world.locked);
         QFile file(curveFile());
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
@@ -278,7 +273,7 @@ protected:
         const QRegularExpression mark("btn_open.png|1px solid #ef0303|rgba\\(110,110,110,1\\)|"
                                       "silent-volumeHigh.png|icon_lock.png");
         int checkable = 0;
-        for (const QPushButton *button : window_->findChildren<QPushButton *>()) {
+        for (const QPushButton *button : window->findChildren<QPushButton *>()) {
             if (!button->isCheckable())
                 continue;
             ++checkable;
@@ -295,7 +290,7 @@ protected:
 
     // The drawing turns in the right direction, or stands still.
     void expectTurning() {
-        const auto &view = *window_->findChild<SoundFieldView *>();
+        const auto &view = *window->findChild<SoundFieldView *>();
         const float before = view.angle();
         const bool moved =
             QTest::qWaitFor([&] { return view.angle() != before; }, model_->turning() ? 5000 : 150);
@@ -318,7 +313,7 @@ protected:
                       std::wstring(model_->box.begin(), model_->box.end()));
             compare("input " + std::to_string(i) + ": " + control + " " + std::to_string(value));
             if ((control == "Page4_P_4" || control == "Page4_P_5") && model_->sound.soundFieldOn) {
-                EXPECT_EQ(window_->findChild<SoundFieldView *>()->angle(), 0);
+                EXPECT_EQ(window->findChild<SoundFieldView *>()->angle(), 0);
             }
         }
     }
@@ -337,12 +332,10 @@ protected:
 
     QTimer watchdog_;
     std::mt19937 random_{20261123};
-    std::unique_ptr<demo> window_;
     std::optional<PanelModel> model_;
     QHash<QString, QWidget *> widgets_;
     std::vector<std::string> inputs_;
     std::u16string curveName_;
-    DeviceRecorder &recorder_ = DeviceRecorder::instance();
 };
 
 } // namespace
@@ -382,14 +375,14 @@ TEST_F(PanelSession, OnlyALeftPressOnTheTopBarDragsTheWindow) {
     start({});
     for (const auto &[button, y, drags] :
          {std::tuple{Qt::LeftButton, 68, true}, {Qt::LeftButton, 69, false}, {Qt::RightButton, 30, false}}) {
-        const QPoint press(400, y), before = window_->pos();
+        const QPoint press(400, y), before = window->pos();
         for (const auto &[type, by] : {std::pair{QEvent::MouseButtonPress, QPoint(0, 0)},
                                        {QEvent::MouseMove, {50, -40}},
                                        {QEvent::MouseButtonRelease, {0, 0}},
                                        {QEvent::MouseMove, {7, 7}}}) {
-            QMouseEvent event(type, press + by, window_->mapToGlobal(press + by), button, button, {});
-            QCoreApplication::sendEvent(window_.get(), &event);
+            QMouseEvent event(type, press + by, window->mapToGlobal(press + by), button, button, {});
+            QCoreApplication::sendEvent(window.get(), &event);
         }
-        EXPECT_EQ(window_->pos() - before, drags ? QPoint(50, -40) : QPoint()) << y;
+        EXPECT_EQ(window->pos() - before, drags ? QPoint(50, -40) : QPoint()) << y;
     }
 }

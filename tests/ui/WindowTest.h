@@ -17,7 +17,7 @@
 class WindowTest : public testing::Test {
 protected:
     WindowTest() {
-        DeviceRecorder::instance().reset();
+        recorder.reset();
         QDir().mkpath(translationFile(""));
         for (const char *name : {"ts_zh.qm", "ts_en.qm"}) {
             QFile::remove(translationFile(name));
@@ -33,22 +33,21 @@ protected:
         return QCoreApplication::applicationDirPath() + "/translations/" + name;
     }
 
-    static std::unique_ptr<demo> start(uint32_t language) {
+    void start(uint32_t language) {
+        window.reset();
         ProductSettings::writeDword(L"language", language);
-        auto window = std::make_unique<demo>();
+        window = std::make_unique<demo>();
         window->show();
         QTest::qWait(150); // the re-layout after construction
-        return window;
     }
 
     // Calls `open`, which must run a dialog, and `act` once it is on the screen. A dialog that `act` leaves
     // open is closed.
-    static void whileDialogRuns(demo &window, const std::function<void()> &open,
-                                const std::function<void(QDialog &)> &act) {
+    void whileDialogRuns(const std::function<void()> &open, const std::function<void(QDialog &)> &act) {
         bool acted = false;
-        QTimer::singleShot(0, &window, [&] {
+        QTimer::singleShot(0, window.get(), [&] {
             QTest::qWait(20);
-            const QList<QDialog *> dialogs = window.findChildren<QDialog *>();
+            const QList<QDialog *> dialogs = window->findChildren<QDialog *>();
             ASSERT_EQ(dialogs.size(), 1);
             acted = true;
             act(*dialogs.first());
@@ -56,7 +55,7 @@ protected:
         });
         open();
         EXPECT_TRUE(acted) << "returned without running a dialog";
-        EXPECT_TRUE(window.findChildren<QDialog *>().isEmpty()) << "the dialog was not deleted";
+        EXPECT_TRUE(window->findChildren<QDialog *>().isEmpty()) << "the dialog was not deleted";
     }
 
     template<typename Widget>
@@ -64,4 +63,7 @@ protected:
         auto *found = parent.findChild<Widget *>(name);
         return found ? *found : throw std::invalid_argument(name);
     }
+
+    DeviceRecorder &recorder = DeviceRecorder::instance();
+    std::unique_ptr<demo> window;
 };

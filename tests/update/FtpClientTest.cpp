@@ -9,8 +9,7 @@
 #include <gtest/gtest.h>
 
 using namespace std::chrono_literals;
-using testing::Contains;
-using testing::ElementsAre;
+using namespace testing;
 
 namespace {
 

@@ -1,38 +1,38 @@
 // What the session of the whole panel does not see of the equalizer's page: names and files.
-#include "ui/pages/EqualizerPage.h"
-
 #include "support/BoxAnswerer.h"
-#include "ui/pages/PageTest.h"
+#include "ui/WindowTest.h"
 
 #include <cstring>
 #include <gmock/gmock.h>
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QSlider>
+#include <QStackedWidget>
 #include <QTemporaryDir>
-#include <QTest>
 #include <shlobj.h>
 
 namespace {
 
-using testing::Each;
-using testing::ElementsAre;
-using testing::IsEmpty;
+using namespace testing;
 
-class EqualizerPageTest : public PageTest {
+class EqualizerPageTest : public WindowTest {
 protected:
     EqualizerPageTest() {
+        QFile::remove(QCoreApplication::applicationDirPath() + "/config/eqs.bin");
         recorder.updatesImage = true;
-        device.sound.equalizerOn = 1;
-        device.info.sound = device.sound;
-        page = std::make_unique<EqualizerPage>(context(), effects, curveFile().toStdWString());
-        form.stackedWidget->setCurrentWidget(form.page_3);
-        window.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
-        EXPECT_THAT(takeCalls(), IsEmpty());
+        recorder.info.sound.equalizerOn = 1;
+        start(0);
+        pages().setCurrentIndex(kPage);
+        recorder.calls.clear();
     }
 
-    QString curveFile() const { return folder.filePath("eqs.bin"); }
+    QStackedWidget &pages() const { return child<QStackedWidget>(*window, "stackedWidget"); }
+    QComboBox &curves() const { return child<QComboBox>(*window, "comboBox"); }
+    void click(const char *button) const { child<QPushButton>(*window, button).click(); }
     void saveAs(const QString &name) const {
-        form.comboBox->setEditText(name);
-        form.pushButton_25->click();
+        curves().setEditText(name);
+        click("pushButton_25");
     }
 
     // As the shell does when the user lets go of a file over the page.
@@ -40,29 +40,28 @@ protected:
         QFile file(folder.filePath(name));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush());
         const std::wstring path = QDir::toNativeSeparators(file.fileName()).toStdWString();
-        const QPoint place = form.page_3->mapTo(&window, QPoint(300, 300));
+        const QPoint place = pages().widget(kPage)->mapTo(window.get(), QPoint(300, 300));
         const HGLOBAL memory = GlobalAlloc(GHND, sizeof(DROPFILES) + (path.size() + 2) * sizeof(wchar_t));
         auto *files = static_cast<DROPFILES *>(GlobalLock(memory));
         *files = {sizeof *files, {place.x(), place.y()}, FALSE, TRUE};
         std::memcpy(files + 1, path.c_str(), path.size() * sizeof(wchar_t));
         GlobalUnlock(memory);
-        SendMessageW(reinterpret_cast<HWND>(window.winId()), WM_DROPFILES, WPARAM(memory), 0);
+        SendMessageW(reinterpret_cast<HWND>(window->winId()), WM_DROPFILES, WPARAM(memory), 0);
         QCoreApplication::sendPostedEvents();
     }
 
+    static constexpr int kPage = 2;
     QTemporaryDir folder;
-    ExclusiveEffects effects{context()};
-    std::unique_ptr<EqualizerPage> page;
 };
 
 TEST_F(EqualizerPageTest, NamesTheCurveWhoseGainsStandOnTheSliders) {
-    const auto shown = [this] { return form.jhq_lab_20->text(); };
-    form.verticalSlider_19->setValue(27);
+    const auto shown = [this] { return child<QLabel>(*window, "jhq_lab_20").text(); };
+    child<QSlider>(*window, "verticalSlider_19").setValue(27);
     EXPECT_EQ(shown(), "自定义");
     saveAs("first");
     saveAs("second");
     EXPECT_EQ(shown(), "second"); // of two that fit the one saved last
-    form.pushButton_24->click();
+    click("pushButton_24");
     EXPECT_EQ(shown(), "first");
 }
 
@@ -70,19 +69,19 @@ TEST_F(EqualizerPageTest, TakesADroppedCurveAsAPresetAndStoresItOnlyWhenSaved) {
     const QString name = "A headphone, corrected for my own ears.txt";
     const QByteArray text = "GraphicEQ: 30 -3; 16000 -3";
     drop(name, text);
-    EXPECT_THAT(takeCalls(), ElementsAre("setDeviceProperty(3)"));
+    EXPECT_THAT(recorder.calls, ElementsAre("setDeviceProperty(3)"));
     EXPECT_THAT(recorder.extension.gain, Each(-3));
-    EXPECT_EQ(form.comboBox->currentText(), "A headphone, corrected for my o");
-    EXPECT_EQ(device.curves.count, 0);
-    form.pushButton_25->click();
-    EXPECT_EQ(device.curves.count, 1);
-    takeCalls();
-    form.stackedWidget->setCurrentWidget(form.page_1);
+    EXPECT_EQ(curves().currentText(), "A headphone, corrected for my o");
+    EXPECT_EQ(curves().count(), 0);
+    click("pushButton_25");
+    EXPECT_EQ(curves().count(), 1);
+    pages().setCurrentIndex(0);
     drop(name, text);
-    form.stackedWidget->setCurrentWidget(form.page_3);
-    device.sound.equalizerOn = 0;
+    pages().setCurrentIndex(kPage);
+    click("pushButton_6"); // off
+    recorder.calls.clear();
     drop(name, text);
-    EXPECT_THAT(takeCalls(), IsEmpty());
+    EXPECT_THAT(recorder.calls, IsEmpty());
 }
 
 TEST_F(EqualizerPageTest, TellsOfABadFileAndChangesNothing) {
@@ -100,7 +99,7 @@ TEST_F(EqualizerPageTest, TellsOfABadFileAndChangesNothing) {
         drop(QString::fromWCharArray(file.name), file.text);
         EXPECT_EQ(answerer.box().text, L"无法导入“" + std::wstring(file.name) + L"”：" + file.said);
     }
-    EXPECT_THAT(takeCalls(), IsEmpty());
+    EXPECT_THAT(recorder.calls, IsEmpty());
 }
 
 } // namespace

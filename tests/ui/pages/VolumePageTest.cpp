@@ -1,41 +1,32 @@
 // The volume page with Windows' own volume, whose notifications come from a thread of the audio system.
-#include "ui/pages/VolumePage.h"
-
-#include "helpers/ProductSettings.h"
-#include "helpers/Registry.h"
 #include "ui/pages/FakeEndpoint.h"
-#include "ui/pages/PageTest.h"
 #include "ui/pages/SystemVolumeWatcher.h"
+#include "ui/WindowTest.h"
 
 #include <cmath>
 #include <deque>
 #include <gmock/gmock.h>
-#include <optional>
+#include <QSlider>
 
 namespace {
 
-using testing::Contains;
-using testing::ElementsAre;
+using namespace testing;
 
-using Levels = std::array<int8_t, 3>; // master, left, right
+using Levels = std::tuple<int8_t, int8_t, int8_t>; // master, left, right
 
 constexpr char kWrite[] = "setDeviceProperty(2)";
 
-class VolumePageTest : public PageTest {
+class VolumePageTest : public WindowTest {
 protected:
-    // Builds the page on a device with these levels.
+    ~VolumePageTest() { window.reset(); } // before its endpoint
+
+    // The window on a device with these levels.
     void open(Levels levels, bool locked = false) {
-        device.sound.masterVolume = levels[0];
-        device.sound.leftVolume = levels[1];
-        device.sound.rightVolume = levels[2];
-        device.system.sound = device.sound; // as the device initialisation leaves it
-        Registry::CreateKey(ProductSettings::kProductKey);
+        SoundBlock &sound = recorder.info.sound;
+        std::tie(sound.masterVolume, sound.leftVolume, sound.rightVolume) = levels;
         ProductSettings::writeDword(L"vol_locked", locked ? 1 : 0);
-        page.emplace(context());
-        watcher.emplace();
-        page->follow(*watcher);
-        page->start();
-        takeCalls();
+        start(1);
+        recorder.calls.clear();
     }
 
     void report(float level, bool muted = false) {
@@ -43,14 +34,14 @@ protected:
         QCoreApplication::sendPostedEvents();
     }
 
-    // On the device; how the sliders follow is tested with the whole window.
+    QSlider &slider(const char *name) const { return child<QSlider>(*window, name); }
+
+    // On the device; how the sliders follow is a part of the session.
     Levels sent() const {
         return {recorder.sound.masterVolume, recorder.sound.leftVolume, recorder.sound.rightVolume};
     }
 
     FakeEndpoint endpoint;
-    std::optional<SystemVolumeWatcher> watcher;
-    std::optional<VolumePage> page;
 };
 
 TEST_F(VolumePageTest, FollowsWindowsWithoutSettingItAgain) {
@@ -59,30 +50,29 @@ TEST_F(VolumePageTest, FollowsWindowsWithoutSettingItAgain) {
     for (const auto &[level, writes] :
          {std::pair(0.455f, 1u), {0.425f, 2}, {0.605f, 2}, {0.599f, 1}, {0.615f, 2}}) {
         report(level);
-        EXPECT_EQ(takeCalls(), std::vector<std::string>(writes, kWrite)) << level;
+        EXPECT_EQ(std::exchange(recorder.calls, {}), std::vector<std::string>(writes, kWrite)) << level;
     }
     report(0.805f, true);
-    EXPECT_THAT(takeCalls(), ElementsAre(kWrite)) << "muted: no level";
-    EXPECT_THAT(sent(), ElementsAre(61, 61, 37));
+    EXPECT_THAT(std::exchange(recorder.calls, {}), ElementsAre(kWrite)) << "muted: no level";
+    EXPECT_EQ(sent(), Levels(61, 61, 37));
     EXPECT_EQ(recorder.sound.muted, 1);
     for (const auto &[level, master] : {std::pair(2.0f, 100), {NAN, 0}}) {
         report(level);
-        EXPECT_EQ(sent()[0], master);
+        EXPECT_EQ(std::get<0>(sent()), master);
     }
 }
 
 // An endpoint that answers at once, or some steps late, with the float that it was set to: 0.7F reports 69.
 TEST_F(VolumePageTest, ItsOwnVolumeDoesNotComeBack) {
-    QSlider *const right = form.verticalSlider_7;
     const struct {
-        QSlider *slider;
+        const char *slider;
         int turn, end; // the slider goes up to the turning point and back to the end
         bool locked;
         Levels after;
     } drags[] = {
-        {right, 70, 20, false, {50, 50, 20}},
-        {form.verticalSlider_4, 100, 70, false, {70, 60, 70}},
-        {form.verticalSlider_5, 100, 57, true, {57, 57, 57}},
+        {"verticalSlider_7", 70, 20, false, {50, 50, 20}},
+        {"verticalSlider_4", 100, 70, false, {70, 60, 70}},
+        {"verticalSlider_5", 100, 57, true, {57, 57, 57}},
     };
     for (const size_t late : {0u, 3u}) {
         for (const auto &drag : drags) {
@@ -97,7 +87,7 @@ TEST_F(VolumePageTest, ItsOwnVolumeDoesNotComeBack) {
             size_t steps = 0;
             for (int value = 60, by = 1; value != drag.end || by > 0; ++steps) {
                 by = value == drag.turn ? -1 : by;
-                drag.slider->setValue(value += by);
+                slider(drag.slider).setValue(value += by);
                 answer(late);
             }
             answer(0);
@@ -105,19 +95,19 @@ TEST_F(VolumePageTest, ItsOwnVolumeDoesNotComeBack) {
             EXPECT_THAT(recorder.calls, Contains(kWrite).Times(2 * steps)) << "each step, each mute state";
             recorder.onSetVolume = nullptr;
             report(0.405f);
-            EXPECT_EQ(device.sound.masterVolume, 40) << "another's change";
+            EXPECT_EQ(std::get<0>(sent()), 40) << "another's change";
         }
     }
     // A change made elsewhere while the panel's own are under way.
     open({60, 50, 60});
-    right->setValue(70);
-    right->setValue(80);
+    slider("verticalSlider_7").setValue(70);
+    slider("verticalSlider_7").setValue(80);
     report(0.305f);
     report(0.8f);
-    EXPECT_THAT(sent(), ElementsAre(30, 0, 30));
-    form.verticalSlider_5->setValue(70);
+    EXPECT_EQ(sent(), Levels(30, 0, 30));
+    slider("verticalSlider_5").setValue(70);
     report(0.7f);
-    EXPECT_THAT(sent(), ElementsAre(69, 69, 29)) << "the echo of an unlocked left channel passes";
+    EXPECT_EQ(sent(), Levels(69, 69, 29)) << "the echo of an unlocked left channel passes";
 }
 
 TEST(SystemVolumeWatcher, FollowsTheDefaultDeviceAndKeepsNothing) {
