@@ -114,8 +114,9 @@ TEST_F(StartAndEndTest, EndsBeforeItsWindow) {
         setKnob(c.knob, c.value);
         Panel panel;
         panel.start();
-        if (c.text)
+        if (c.text) {
             EXPECT_EQ(c.text, panel.answerBox());
+        }
         EXPECT_EQ(c.exitCode, panel.waitForEnd());
         EXPECT_EQ(0u, Registry::ReadDwordValue(kProductKey, L"exitCmd"));
         EXPECT_FALSE(panel.journal("").empty());

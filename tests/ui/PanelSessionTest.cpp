@@ -354,7 +354,10 @@ TEST_F(PanelSession, ShowsStoresAndSendsWhatTheModelSays) {
 
 // Handles, windows, memory: what was used keeps nothing. The first uses fill caches.
 TEST_F(PanelSession, KeepsNothingOfWhatWasUsed) {
-    start(anyWorld());
+    PanelModel::World world = anyWorld();
+    world.device.sound.equalizerOn = 1;
+    world.curveFile.count = 10; // an eleventh is refused
+    start(world);
     const auto useEach = [this](int times) {
         for (const char *control : {"dialogs", "language", "battery", "verticalSlider_12", "pushButton_25",
                                     "pushButton_33", "page4_L", "bt_y3", "pushButton_36"}) {

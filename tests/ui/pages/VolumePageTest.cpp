@@ -47,8 +47,13 @@ protected:
 TEST_F(VolumePageTest, FollowsWindowsWithoutSettingItAgain) {
     open({44, 44, 20});
     // A write for a level that is news (below 60 % not one step off), and one for the mute state.
-    for (const auto &[level, writes] :
-         {std::pair(0.455f, 1u), {0.425f, 2}, {0.605f, 2}, {0.599f, 1}, {0.615f, 2}}) {
+    for (const auto &[level, writes] : {std::pair(0.455f, 1u),
+                                        {0.425f, 2},
+                                        {0.605f, 2},
+                                        {0.599f, 1},
+                                        {0.615f, 2},
+                                        {0.605f, 2},
+                                        {0.615f, 2}}) {
         report(level);
         EXPECT_EQ(std::exchange(recorder.calls, {}), std::vector<std::string>(writes, kWrite)) << level;
     }
