@@ -73,10 +73,12 @@ fail() { # leaves a picture of the screen in QORSOUND_PICTURE, when that is set
 
 # start_panel: the installed panel, up to its window; sets panel to its process id.
 start_panel() {
-    (cd "$INSTALLED" && exec "$WINE" ./QorSoundKit.exe) </dev/null >"$work/panel.log" 2>&1 &
+    (cd "$INSTALLED" && WINEQT_FORCE_STDERR_LOGGING=1 exec "$WINE" ./QorSoundKit.exe) </dev/null >"$work/panel.log" 2>&1 &
     panel=$!
     started+=("$panel")
-    wait_for 60 window 'QorSound Kit' || fail "the panel's window did not appear"
+    wait_for 60 window 'QorSound Kit' && return
+    ! grep -q 'CreateWindowEx failed' "$work/panel.log" || start_again
+    fail "the panel's window did not appear"
 }
 
 start_display

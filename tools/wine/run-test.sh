@@ -15,5 +15,6 @@ export WINEPATH WINEQT_FORCE_STDERR_LOGGING=1
 
 code=0
 timeout -k 10 "${QORSOUND_TEST_TIMEOUT:-580}" "$WINE" "$program" "$@" </dev/null || code=$?
+[ "$code" != 77 ] || start_again # from tests/support/QtMain.cpp
 [ "$code" != 124 ] || printf 'timed out: %s\n' "$program" >&2
 exit "$code"

@@ -11,14 +11,27 @@ work=$(mktemp -d "$CACHE/runs/XXXXXX")
 leftovers=("$work") # folders that go with the session
 export WINEPREFIX=$work/prefix TMPDIR=$work # wineserver leaves a folder of its own in TMPDIR
 started=()                                  # process ids to end with the session
-end_session() {
-    local code=$?
+session_arguments=("$@")
+clean_session() {
     trap - EXIT
     wineserver -k 2>/dev/null || true
     timeout 10 wineserver -w 2>/dev/null || true
     [ "${#started[@]}" = 0 ] || kill "${started[@]}" 2>/dev/null || true
     rm -rf "${leftovers[@]}" || true
+}
+end_session() {
+    local code=$?
+    clean_session
     exit "$code"
+}
+# Runs the script from its beginning in another session: once in some hundred, Wine's desktop comes up without its display
+# driver, and no window can be made in it.
+start_again() {
+    local attempt=${QORSOUND_ATTEMPT:-1}
+    [ "$attempt" -lt 3 ] || die "Wine's desktop has no display driver"
+    say "Wine's desktop has no display driver; trying again"
+    clean_session
+    QORSOUND_ATTEMPT=$((attempt + 1)) exec "$0" "${session_arguments[@]}"
 }
 trap end_session EXIT
 trap 'exit 130' INT TERM
