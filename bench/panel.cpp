@@ -19,7 +19,7 @@
 
 namespace {
 
-constexpr int kRounds = 15; // of each program, in turns
+constexpr int kRounds = 31; // of each program, in turns
 constexpr DWORD kIdleMs = 30000;
 
 // One row of pixels across the middle of the screen: read in one go, so often enough to time a first paint.
