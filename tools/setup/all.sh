@@ -23,13 +23,13 @@ background=()
 trap '[ ${#background[@]} = 0 ] || kill "${background[@]}" 2>/dev/null || true' EXIT
 output=$(mktemp -d)
 begin() { # begin NAME: starts setup/NAME.sh in the background
-    "$setup/$1.sh" >"$output/${1//\//-}" 2>&1 &
+    "$setup/$1.sh" >"$output/$1" 2>&1 &
     background+=($!)
 }
 finish() { # finish NAME PID: waits for it, shows what it said, and ends when it failed
     local code=0
     wait "$2" || code=$?
-    cat "$output/${1//\//-}"
+    cat "$output/$1"
     [ "$code" = 0 ] || exit "$code"
 }
 
@@ -41,9 +41,9 @@ for other in "$CACHE"/qt-[0-9]*; do
         say "$other is Qt by another recipe; delete it when no other checkout needs it"
 done
 
-begin qt/fetch
+begin fetch-qt
 "$setup/packages.sh"
-finish qt/fetch "${background[0]}"
+finish fetch-qt "${background[0]}"
 begin wine
 "$setup/qt/build.sh"
 finish wine "${background[1]}"

@@ -101,7 +101,7 @@ trap tell_failed_step EXIT
 QT_GCC_HEADERS=$(x86_64-w64-mingw32-g++-posix -print-file-name=include/c++)
 export QT_GCC_HEADERS PATH="$work/compilers:$PATH"
 HOST_TOOLS=(moc rcc uic qlalr tracegen qvkgen qmake)
-"$recipe/fetch.sh"
+"$ROOT/tools/setup/fetch-qt.sh"
 touch "$log"
 [ -e "$work/done-compile" ] || say "Qt $QT_VERSION for Windows is compiled once per machine, about 7 minutes on two cores"
 step unpack "unpacking Qt's sources" unpack_source

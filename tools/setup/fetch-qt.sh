@@ -2,7 +2,7 @@
 # Downloads the Debian source package of Qt into the work folder of its build, unless Qt or its source is there.
 # Needs nothing but apt, so that it can run while the packages are installed.
 set -euo pipefail
-. "$(dirname "$0")/../common.sh"
+. "$(dirname "$0")/common.sh"
 work=$(qt_work_dir)
 [ ! -e "$(qt_dir)" ] && [ ! -e "$work/fetched" ] || exit 0
 
