@@ -2,6 +2,7 @@
 // from setValue to the end of its handler (a block write is within), and one redraw of the sound field and of
 // the equalizer's curve. Prints rows of bench/run's table.
 #include "Row.h"
+#include "resources/MainForm.h"
 #include "support/DeviceRecorder.h"
 #include "ui/pages/EqCurveView.h"
 #include "ui/pages/EqualizerPage.h"
@@ -62,7 +63,7 @@ void printRedraw(const std::string &what, QWidget &view, double goalMs, Change c
 
 // The panel's window without its frame: the form in the panel's style sheet.
 void setUp(QMainWindow &window, Ui::demoClass &form) {
-    form.setupUi(&window);
+    setUpMainForm(form, window);
     QFile sheet(QStringLiteral(":/styles/panel.qss"));
     if (sheet.open(QIODevice::ReadOnly))
         form.centralWidget->setStyleSheet(QString::fromUtf8(sheet.readAll()));

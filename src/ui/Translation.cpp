@@ -1,6 +1,7 @@
 #include "ui/Translation.h"
 
 #include "device/DeviceApi.h"
+#include "resources/MainForm.h"
 #include "ui/TranslationFile.h"
 #include "ui_demoClass.h"
 
@@ -38,7 +39,7 @@ void Translation::LoadTranslation() {
     const int8_t language = context_.language.code;
     if (language >= 0) {
         loadTexts(language);
-        context_.form.retranslateUi(&mainWindow_);
+        retranslateMainForm(context_.form, mainWindow_);
     }
     DeviceApi::pollVolume();
     for (const std::function<void()> &refill : refills_)

@@ -4,6 +4,7 @@
 #include "device/DeviceInitialisation.h"
 #include "helpers/MessageBoxes.h"
 #include "helpers/ProductSettings.h"
+#include "resources/MainForm.h"
 #include "ui/LanguageChoice.h"
 #include "ui/MakerActions.h"
 #include "ui/Navigation.h"
@@ -72,7 +73,7 @@ void demo::shutDownDevice() {
 }
 
 void demo::setUpForm() {
-    form_->setupUi(this);
+    setUpMainForm(*form_, *this);
     setAutoFillBackground(true);
     // What no widget covers (the frame around the central widget) is painted in the window's own colour.
     QPalette colours = palette();

@@ -2,6 +2,7 @@
 // process.
 #pragma once
 
+#include "resources/MainForm.h"
 #include "ui_demoClass.h"
 
 #include <stdexcept>
@@ -10,7 +11,7 @@
 class FormMap {
 public:
     FormMap() {
-        form_.setupUi(&window_);
+        setUpMainForm(form_, window_);
         window_.setAttribute(Qt::WA_DontShowOnScreen);
         window_.setWindowFlags(Qt::FramelessWindowHint);
         for (QWidget *hidden : {form_.bt_y1, form_.bt_y5, form_.bt_y7, form_.bt_y10})

@@ -1,4 +1,5 @@
 // What an edit in Designer breaks without the compiler's notice.
+#include "resources/MainForm.h"
 #include "ui_demoClass.h"
 
 #include <gtest/gtest.h>
@@ -38,7 +39,7 @@ TEST(FormTest, EveryNamedFileExistsAndEveryPictureHasOneOfDoubleSize) {
 TEST(FormTest, LetsTheKeyboardReachAndTheScreenReaderNameEveryControl) {
     QMainWindow window;
     Ui::demoClass form;
-    form.setupUi(&window);
+    setUpMainForm(form, window);
     for (const QWidget *widget : window.findChildren<QWidget *>()) {
         const auto *field = qobject_cast<const QLineEdit *>(widget);
         const bool isButton = qobject_cast<const QAbstractButton *>(widget);

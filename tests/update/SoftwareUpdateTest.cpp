@@ -91,7 +91,7 @@ TEST_F(SoftwareUpdateTest, OnlyAListedInstallerIsSavedAndStartedAfterConsent) {
     const struct {
         std::optional<std::string> installer;
         std::optional<int> button; // 0: consents, 1: declines
-        bool isInTheWay;              // a folder of the file's name
+        bool isInTheWay;           // a folder of the file's name
         const char *status;
         std::vector<std::string> calls;
     } rows[] = {
