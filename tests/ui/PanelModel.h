@@ -12,28 +12,7 @@
 struct PanelModel {
     using Report = std::array<uint8_t, 64>;
 
-    // What is there before the panel starts.
-    struct World {
-        DeviceInfo device{};
-        EqCurveStore curveFile{};
-        bool locked = false;      // the stored channel lock
-        bool taskRuns = false;    // what the library says about the helper process
-        bool imageFollows = true; // a write shows in the device's record
-    };
-
-    // A control that was used: "btn_jhq7" is number 7 of its row. Value: a slider's, a list's index, an index
-    // of kColourTexts.
-    struct Input {
-        std::string control, row;
-        int number, value;
-
-        template<typename... Names>
-        bool is(Names... names) const {
-            return ((control == names) || ...);
-        }
-    };
-
-    World world; // as the inputs left it
+    PanelWorld world; // as the inputs left it
     SystemBlock system{}, sentSystem{};
     SoundBlock sound = world.device.sound, sentSound{};
     ExtBlock extension = world.device.extension, sentExtension{};
@@ -56,7 +35,7 @@ struct PanelModel {
     std::array<bool, 12> highlighted{};
 
     // A start of the panel.
-    explicit PanelModel(const World &start) : world(start) {
+    explicit PanelModel(const PanelWorld &start) : world(start) {
         system.head = world.device.system;
         system.sound = sound;
         int speaker = sound.masterVolume, microphone = system.head.micLevel;
@@ -91,7 +70,8 @@ struct PanelModel {
     // False: not a control of the pages. curveName: what stands in the curves' box.
     bool take(const std::string &control, int value, const std::u16string &curveName) {
         const size_t digits = control.find_last_not_of("0123456789") + 1;
-        const Input input{control, control.substr(0, digits), std::atoi(control.c_str() + digits), value};
+        const PanelInput input{control, control.substr(0, digits), std::atoi(control.c_str() + digits),
+                               value};
         return takeByte(input) || takeVolume(input) || takeEqualizer(input) || takeCurve(input, curveName) ||
                takeSoundField(input) || takeMicrophone(input) || takeVoice(input) || takeLight(input) ||
                takeOther(input);
@@ -116,7 +96,7 @@ struct PanelModel {
             world.device = {sentSystem.head, sentSound, {}, type == 3 ? extension : world.device.extension};
     }
 
-    bool takeByte(const Input &input) {
+    bool takeByte(const PanelInput &input) {
         const auto *row =
             std::find_if(std::begin(kByteControls), std::end(kByteControls), [&](const ByteControl &each) {
                 return input.control == each.name || input.row == each.name;
@@ -139,7 +119,7 @@ struct PanelModel {
 
     // ---- Volume
 
-    bool takeVolume(const Input &input) {
+    bool takeVolume(const PanelInput &input) {
         const auto level = static_cast<int8_t>(input.value);
         if (input.is("verticalSlider_4", "horizontalSlider_16")) {
             // The quieter channel keeps its distance from the master sent last.
@@ -187,7 +167,7 @@ struct PanelModel {
 
     // ---- Equalizer
 
-    bool takeEqualizer(const Input &input) {
+    bool takeEqualizer(const PanelInput &input) {
         const bool isPreset = input.row == "btn_jhq";
         if (input.row == "verticalSlider_" && input.number >= 10) { // whether it is on or not
             extension.gain[input.number - 10] = static_cast<int8_t>(input.value - 20);
@@ -213,7 +193,7 @@ struct PanelModel {
         }
     }
 
-    bool takeCurve(const Input &input, const std::u16string &name) {
+    bool takeCurve(const PanelInput &input, const std::u16string &name) {
         if (!input.is("comboBox", "pushButton_24", "pushButton_25"))
             return false;
         int index = 0;
@@ -271,7 +251,7 @@ struct PanelModel {
 
     // ---- Sound field
 
-    bool takeSoundField(const Input &input) {
+    bool takeSoundField(const PanelInput &input) {
         const bool isMaster = input.is("horizontalSlider_14");
         if (!isMaster && (input.row != "Page4_P_" || input.number > 7))
             return false;
@@ -309,7 +289,7 @@ struct PanelModel {
 
     // ---- Microphone, voices, noise reduction
 
-    bool takeMicrophone(const Input &input) {
+    bool takeMicrophone(const PanelInput &input) {
         SystemHead &head = system.head;
         if (input.is("verticalSlider", "pushButton_15")) {
             const bool slides = input.is("verticalSlider");
@@ -341,7 +321,7 @@ struct PanelModel {
             calls.push_back("_start_task(normal.exe, \"\", 0, null)");
     }
 
-    bool takeVoice(const Input &input) {
+    bool takeVoice(const PanelInput &input) {
         const int level = percent(system.head.effectLevel);
         const std::map<std::string, int> levels{{"horizontalSlider_15", input.value},
                                                 {"Page4_P_8", level - 1},
@@ -357,7 +337,7 @@ struct PanelModel {
 
     // ---- Light and the rest
 
-    bool takeLight(const Input &input) {
+    bool takeLight(const PanelInput &input) {
         const auto *field = std::find(kColourFields, kColourFields + 3, input.control);
         if (input.is("comboBox_3")) {
             lightMode = input.value;
@@ -394,7 +374,7 @@ struct PanelModel {
         reports.push_back(report);
     }
 
-    bool takeOther(const Input &input) {
+    bool takeOther(const PanelInput &input) {
         if (input.row == "radioButton" || input.row == "radioButton_") {
             firstRate[input.number > 2] = input.number == 0 || input.number == 3;
         } else if (input.is("battery")) { // bytes 1 to 3 of the reply; above them: it is refused

@@ -1,4 +1,5 @@
-// The numbers and names of the panel's pages for their model.
+// What the panel's model knows of the pages: numbers and names of their controls, what is there before a
+// start, and inputs.
 #pragma once
 
 #include "device/PropertyBlocks.h"
@@ -74,3 +75,24 @@ inline int percent(int level) {
 inline int speakerLevel(int level) {
     return std::clamp(level, -13, 4);
 }
+
+// What is there before the panel starts.
+struct PanelWorld {
+    DeviceInfo device{};
+    EqCurveStore curveFile{};
+    bool locked = false;      // the stored channel lock
+    bool taskRuns = false;    // what the library says about the helper process
+    bool imageFollows = true; // a write shows in the device's record
+};
+
+// A control that was used: "btn_jhq7" is number 7 of its row. Value: a slider's, a list's index, an index
+// of kColourTexts.
+struct PanelInput {
+    std::string control, row;
+    int number, value;
+
+    template<typename... Names>
+    bool is(Names... names) const {
+        return ((control == names) || ...);
+    }
+};
