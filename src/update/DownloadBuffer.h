@@ -12,7 +12,8 @@ public:
     DownloadBuffer() noexcept = default;
     DownloadBuffer(DownloadBuffer &&other) noexcept { swap(other); } // leaves the other one empty
     DownloadBuffer &operator=(DownloadBuffer &&other) noexcept {
-        DownloadBuffer(std::move(other)).swap(*this);
+        DownloadBuffer moved(std::move(other));
+        swap(moved);
         return *this;
     }
 

@@ -7,8 +7,7 @@
 // program says the name and ends.
 template<typename Control>
 Control &findControl(const QWidget &window, const QString &name) {
-    auto *control = window.findChild<Control *>(name);
-    if (!control)
-        qFatal("the form has no %s named %s", Control::staticMetaObject.className(), qUtf8Printable(name));
-    return *control;
+    if (auto *control = window.findChild<Control *>(name))
+        return *control;
+    qFatal("the form has no %s named %s", Control::staticMetaObject.className(), qUtf8Printable(name));
 }
