@@ -1,8 +1,8 @@
 // Times the pages on the whole form, with the recorder in place of the device library: one step of a slider,
 // from setValue to the end of its handler (a block write is within), and one redraw of the sound field and of
 // the equalizer's curve. Prints rows of bench/run's table.
-#include "Row.h"
 #include "resources/MainForm.h"
+#include "Row.h"
 #include "support/DeviceRecorder.h"
 #include "ui/pages/EqCurveView.h"
 #include "ui/pages/EqualizerPage.h"
