@@ -12,7 +12,6 @@
 
 #include <chrono>
 #include <QApplication>
-#include <QFile>
 #include <QMainWindow>
 #include <QPainter>
 #include <QTimer>
@@ -61,14 +60,6 @@ void printRedraw(const std::string &what, QWidget &view, double goalMs, Change c
              "worst " + figure(*std::max_element(times.begin(), times.end()) / 1000, "ms"));
 }
 
-// The panel's window without its frame: the form in the panel's style sheet.
-void setUp(QMainWindow &window, Ui::demoClass &form) {
-    setUpMainForm(form, window);
-    QFile sheet(QStringLiteral(":/styles/panel.qss"));
-    if (sheet.open(QIODevice::ReadOnly))
-        form.centralWidget->setStyleSheet(QString::fromUtf8(sheet.readAll()));
-}
-
 void showPageOf(QStackedWidget &pages, QWidget &control) {
     for (int page = 0; page < pages.count(); ++page) {
         if (pages.widget(page)->isAncestorOf(&control))
@@ -84,7 +75,7 @@ int main(int argc, char *argv[]) {
     QApplication::setFont(QFont(QStringLiteral("Microsoft YaHei")));
     QMainWindow window;
     Ui::demoClass form;
-    setUp(window, form);
+    setUpMainForm(form, window);
 
     DeviceRecorder::instance().updatesImage = true;
     DeviceState device;

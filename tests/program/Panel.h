@@ -45,9 +45,8 @@ public:
         return giveUntil(give, seen);
     }
 
-    // The process's lines of the simulator's journal that begin so, without time and ids: "_SetVolum(45, 0,
-    // 0)
-    // -> 0 ...".
+    // The process's lines of the simulator's journal that begin so, without time and ids:
+    // "_SetVolum(45, 0, 0) -> 0 ...".
     std::vector<std::string> journal(const std::string &beginning) const;
 
     // A message box of the process; null when there is none.

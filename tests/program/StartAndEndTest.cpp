@@ -104,7 +104,7 @@ TEST_F(StartAndEndTest, EndsBeforeItsWindow) {
     } cases[] = {{"DeviceCount", "0", "1", L"Can't connect to device", 0},
                  {"InitResult", "-1", "0", L"install driver FAILED", 0},
                  {"DeviceInfoResult", "0xFFFFFFFE", "0", L"get device info FAILED", 0},
-                 {"ForceElevated", "0", "0", nullptr, 1},
+                 {"ForceElevated", "0", "0", nullptr, 1}, // stays so for the next
                  {"RestartResult", "0", "0", nullptr, -1}};
     const auto setKnob = [](const char *knob, const char *value) {
         EXPECT_EQ(_spawnl(_P_WAIT, HEADSET, "headset", "set", knob, value, nullptr), 0);
