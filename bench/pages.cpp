@@ -1,13 +1,13 @@
 // Times the pages on the whole form, with the recorder in place of the device library: one step of a slider,
 // from setValue to the end of its handler (a block write is within), and one redraw of the sound field and of
 // the equalizer's curve. Prints rows of bench/run's table.
+#include "pages/equalizer/EqCurveView.h"
+#include "pages/equalizer/EqualizerPage.h"
+#include "pages/sound_field/SoundFieldPage.h"
+#include "pages/sound_field/SoundFieldView.h"
 #include "resources/MainForm.h"
 #include "Row.h"
 #include "support/DeviceRecorder.h"
-#include "ui/pages/EqCurveView.h"
-#include "ui/pages/EqualizerPage.h"
-#include "ui/pages/SoundFieldPage.h"
-#include "ui/pages/SoundFieldView.h"
 #include "ui_demoClass.h"
 
 #include <chrono>

@@ -1,8 +1,8 @@
-#include "app/Screens.h"
 #include "app/StartUp.h"
-#include "ui/demo.h"
-#include "ui/SmoothPictures.h"
-#include "ui/StartTip.h"
+#include "window/demo.h"
+#include "window/dialogs/StartTip.h"
+#include "window/screens/Screens.h"
+#include "window/screens/SmoothPictures.h"
 
 #include "helpers/ProductSettings.h"
 

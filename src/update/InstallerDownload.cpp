@@ -6,7 +6,7 @@
 #include "helpers/WinHandles.h"
 #include "update/Crc32.h"
 #include "update/DownloadProgress.h"
-#include "update/FtpDownload.h"
+#include "update/ftp/FtpDownload.h"
 #include "update/UpdateInfo.h"
 
 #include <exception>
@@ -14,6 +14,7 @@
 namespace {
 
 constexpr wchar_t kInstallerName[] = L"qor_setup.exe";
+constexpr TimeLimits kDownloadLimits{std::chrono::seconds(30), {}};
 
 // As Windows gives it; empty when Windows gives none.
 std::wstring temporaryFolder() {

@@ -1,7 +1,7 @@
 // "qor_netcfg.fsc": where the update server is. The installer writes it into the installation folder.
 #pragma once
 
-#include "update/FtpServer.h"
+#include "update/ftp/FtpServer.h"
 
 #include <array>
 #include <filesystem>

@@ -3,7 +3,7 @@
 #include "helpers/LogHelper.h"
 #include "helpers/ProductSettings.h"
 #include "update/Crc32.h"
-#include "update/FtpDownload.h"
+#include "update/ftp/FtpDownload.h"
 #include "update/InstallerDownload.h"
 #include "update/UpdateInfo.h"
 
@@ -14,6 +14,9 @@
 #include <windows.h>
 
 namespace {
+
+// The window waits for the check, so the user does.
+constexpr TimeLimits kCheckLimits{std::chrono::seconds(3), std::chrono::seconds(8)};
 
 // Forgets the clicks and keys that came while this thread was busy: each click would be a check of its own.
 void dropWaitingInput() {

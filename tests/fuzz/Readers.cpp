@@ -1,10 +1,10 @@
 // libFuzzer entry: all that reads bytes from outside, under sanitizers. The first byte chooses the reader.
 #include "device/EqCurves.h"
-#include "ui/pages/EqCurveText.h"
-#include "ui/TranslationFile.h"
-#include "update/FtpReply.h"
+#include "pages/equalizer/EqCurveText.h"
+#include "update/ftp/FtpReply.h"
 #include "update/ServerConfig.h"
 #include "update/UpdateInfo.h"
+#include "window/language/TranslationFile.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -11,6 +11,6 @@ mkdir -p "$BUILD/fuzz/corpus"
 cd "$BUILD/fuzz"
 clang++ -std=c++17 -g -O1 -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=all \
     -Wall -Wextra -Wconversion -Wshadow -I"$src" "$here/Readers.cpp" "$src/device/EqCurves.cpp" \
-    "$src/ui/TranslationFile.cpp" "$src"/ui/pages/{EqCurveText,EqFilter}.cpp \
-    "$src"/update/{FtpReply,ServerConfig,UpdateInfo}.cpp -o readers
+    "$src/window/language/TranslationFile.cpp" "$src"/pages/equalizer/{EqCurveText,EqFilter}.cpp \
+    "$src"/update/{ftp/FtpReply,ServerConfig,UpdateInfo}.cpp -o readers
 ./readers -max_total_time="${1:-300}" -max_len=2000 -timeout=5 -print_final_stats=1 -verbosity=0 corpus "$here/seeds"

@@ -2,8 +2,8 @@
 // reached.
 #include "program/FormMap.h"
 #include "program/Panel.h"
-#include "ui/ScreenScale.h"
-#include "ui/WindowFit.h"
+#include "window/screens/ScreenScale.h"
+#include "window/screens/WindowFit.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

@@ -5,7 +5,7 @@
 #include "support/BoxAnswerer.h"
 #include "support/DeviceRecorder.h"
 #include "update/Crc32.h"
-#include "update/ScriptedFtpServer.h"
+#include "update/ftp/ScriptedFtpServer.h"
 #include "update/UpdateInfo.h"
 
 #include <fstream>
