@@ -1,6 +1,6 @@
 #include "update/DownloadProgress.h"
 
-#include "update/ftp/FtpProgress.h"
+#include "update/ftp/FtpTypes.h"
 
 ProgressDisplay progressDisplay(uint32_t stage, int32_t value) {
     if (value < 0)

@@ -29,7 +29,7 @@ bool userConsents(const UpdateScreen &screen) {
                              MB_OKCANCEL) == IDOK;
 }
 
-void saveAndStart(const DownloadBuffer &installer, UpdateScreen &screen) {
+void saveAndStart(const std::vector<uint8_t> &installer, UpdateScreen &screen) {
     const std::wstring folder = temporaryFolder();
     if (folder.empty()) {
         QOR_LOG(L"no temporary folder for the installer");
@@ -73,11 +73,11 @@ void onDownloadProgress(uint32_t stage, int32_t value, uintptr_t context) {
 
 void downloadInstaller(const InstallerDownload &download) {
     UpdateScreen &screen = *download.screen;
-    DownloadBuffer installer;
+    std::vector<uint8_t> installer;
     const FtpProgress progress{&onDownloadProgress, reinterpret_cast<uintptr_t>(&screen)};
     const std::string remotePath = download.config.folder + "\\setup.exe";
     if (downloadToMemory(download.config.server, remotePath, installer, nullptr, progress, kDownloadLimits) !=
-        DownloadResult::Done) {
+        FtpResult::Done) {
         screen.queueStatus(UpdateTexts::kDownloadFailed);
         return;
     }

@@ -1,7 +1,7 @@
 // "qor_netcfg.fsc": where the update server is. The installer writes it into the installation folder.
 #pragma once
 
-#include "update/ftp/FtpServer.h"
+#include "update/ftp/FtpTypes.h"
 
 #include <array>
 #include <filesystem>

@@ -86,10 +86,10 @@ CheckResult SoftwareUpdate::askServer() {
     if (fileCrc(folder + L"\\backup\\setup_backup.exe", installedCrc) < 1)
         return CheckResult::NoPackageCopy;
 
-    DownloadBuffer bytes;
-    const DownloadResult downloaded = downloadToMemory(
-        config_.server, config_.folder + "\\qor_updateinfo.dat", bytes, nullptr, {}, kCheckLimits);
-    if (downloaded != DownloadResult::Done) {
+    std::vector<uint8_t> bytes;
+    const FtpResult downloaded = downloadToMemory(config_.server, config_.folder + "\\qor_updateinfo.dat",
+                                                  bytes, nullptr, {}, kCheckLimits);
+    if (downloaded != FtpResult::Done) {
         QOR_LOG(L"update information: download ended with %d", static_cast<int>(downloaded));
         return CheckResult::NoInformation;
     }

@@ -19,16 +19,12 @@ void print(std::string_view line) {
     writeAll(stdout, std::string(line) + "\n");
 }
 
-void printError(std::string_view text) {
-    writeAll(stderr, std::string(text) + "\n");
+void printError(std::string_view text, std::string_view detail) {
+    writeAll(stderr, std::string(text).append(detail) + "\n");
 }
 
 void printError(std::string_view text, int errorCode) {
-    printError(std::string(text) + std::to_string(errorCode));
-}
-
-void printReply(std::string_view text, std::string_view reply) {
-    printError(std::string(text).append(reply));
+    printError(text, std::to_string(errorCode));
 }
 
 void printProgress(int percent) {

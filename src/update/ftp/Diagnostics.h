@@ -5,10 +5,9 @@
 
 namespace Diagnostics {
 
-void print(std::string_view line);                              // standard output
-void printError(std::string_view text);                         // standard error
-void printError(std::string_view text, int errorCode);          // text, then the code in decimal
-void printReply(std::string_view text, std::string_view reply); // text, then the server's reply
+void print(std::string_view line);                                    // standard output
+void printError(std::string_view text, std::string_view detail = {}); // standard error
+void printError(std::string_view text, int errorCode);                // in decimal
 void printProgress(int percent); // over the last progress line, without a line end
 
 } // namespace Diagnostics

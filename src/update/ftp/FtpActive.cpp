@@ -5,54 +5,45 @@
 #include "update/ftp/FtpControl.h"
 #include "update/ftp/SocketWaits.h"
 
-#include <vector>
-
 namespace {
 
 // A listening socket on a free port of the session's local address; empty after a failure.
 UniqueSocket listenForServer(const FtpSession &session, uint16_t &port) {
+    const auto fail = [](const char *text) {
+        Diagnostics::printError(text, WSAGetLastError());
+        return UniqueSocket();
+    };
     UniqueSocket listener(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP));
-    if (!listener) {
-        Diagnostics::printError("创建数据套接字失败: ", WSAGetLastError());
-        return {};
-    }
+    if (!listener)
+        return fail("创建数据套接字失败: ");
     sockaddr_in local{};
     local.sin_family = AF_INET;
     inet_pton(AF_INET, session.localAddress.c_str(), &local.sin_addr);
-    if (bind(listener.get(), reinterpret_cast<const sockaddr *>(&local), sizeof local) == SOCKET_ERROR) {
-        Diagnostics::printError("绑定数据套接字失败: ", WSAGetLastError());
-        return {};
-    }
-    if (listen(listener.get(), 1) == SOCKET_ERROR) {
-        Diagnostics::printError("监听数据套接字失败: ", WSAGetLastError());
-        return {};
-    }
+    if (bind(listener.get(), reinterpret_cast<const sockaddr *>(&local), sizeof local) == SOCKET_ERROR)
+        return fail("绑定数据套接字失败: ");
+    if (listen(listener.get(), 1) == SOCKET_ERROR)
+        return fail("监听数据套接字失败: ");
     int size = sizeof local;
-    if (getsockname(listener.get(), reinterpret_cast<sockaddr *>(&local), &size) == SOCKET_ERROR) {
-        Diagnostics::printError("获取本地端口失败: ", WSAGetLastError());
-        return {};
-    }
+    if (getsockname(listener.get(), reinterpret_cast<sockaddr *>(&local), &size) == SOCKET_ERROR)
+        return fail("获取本地端口失败: ");
     port = ntohs(local.sin_port);
     Diagnostics::print("数据连接将使用端口: " + std::to_string(port));
     return listener;
 }
 
+// False when the connection ends with an error. The file's own errors stay with the file.
 bool receiveIntoFile(SOCKET data, const TimeBudget &time, FILE *file, int64_t expectedSize) {
-    std::vector<char> chunk(65536);
-    int64_t received = 0;
-    for (;;) {
-        const int count = receiveWithin(data, chunk.data(), chunk.size(), time.nextWait());
-        if (count == SOCKET_ERROR)
-            Diagnostics::printError("接收文件数据失败: ", WSAGetLastError());
-        if (count <= 0)
-            return count == 0;
-        if (std::fwrite(chunk.data(), 1, static_cast<size_t>(count), file) != static_cast<size_t>(count))
-            return false;
-        received += count;
+    size_t received = 0;
+    const bool isComplete = receiveAll(data, time, [&](std::string_view bytes) {
+        std::fwrite(bytes.data(), 1, bytes.size(), file);
+        received += bytes.size();
         if (expectedSize > 0)
             Diagnostics::printProgress(
                 static_cast<int>(static_cast<double>(received) * 100.0 / static_cast<double>(expectedSize)));
-    }
+    });
+    if (!isComplete)
+        Diagnostics::printError("接收文件数据失败: ", WSAGetLastError());
+    return isComplete;
 }
 
 } // namespace
@@ -65,12 +56,12 @@ bool downloadActive(FtpSession &session, const std::string &remotePath, const st
         return false;
     FtpReply reply = sendCommand(session, "PORT " + portArgument(session.localAddress, port));
     if (reply.code != 200) {
-        Diagnostics::printReply("发送PORT命令失败: ", reply.text);
+        Diagnostics::printError("发送PORT命令失败: ", reply.text);
         return false;
     }
     reply = sendCommand(session, "RETR " + remotePath);
     if (reply.replyClass() != 1) {
-        Diagnostics::printReply("开始下载失败: ", reply.text);
+        Diagnostics::printError("开始下载失败: ", reply.text);
         return false;
     }
     UniqueSocket data = acceptWithin(listener.get(), session.time.nextWait());
@@ -80,17 +71,18 @@ bool downloadActive(FtpSession &session, const std::string &remotePath, const st
     }
     UniqueFile file(std::fopen(localPath.c_str(), "wb"));
     if (!file) {
-        Diagnostics::printError("无法打开本地文件进行写入: " + localPath);
+        Diagnostics::printError("无法打开本地文件进行写入: ", localPath);
         return false;
     }
     Diagnostics::print("开始下载文件...");
     const bool received = receiveIntoFile(data.get(), session.time, file.get(), expectedSize);
     data.reset();
     listener.reset();
-    const bool written = std::fclose(file.release()) == 0;
+    const bool failed = std::ferror(file.get()) != 0;
+    const bool written = std::fclose(file.release()) == 0 && !failed;
     reply = sendCommand(session, {});
     if (reply.replyClass() != 2) {
-        Diagnostics::printReply("文件下载未完成: ", reply.text);
+        Diagnostics::printError("文件下载未完成: ", reply.text);
         return false;
     }
     return received && written;

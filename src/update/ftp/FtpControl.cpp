@@ -11,7 +11,7 @@ bool expectCode(FtpSession &session, const std::string &command, int32_t code, c
     const FtpReply reply = sendCommand(session, command);
     if (reply.code == code)
         return true;
-    Diagnostics::printReply(failureText, reply.text);
+    Diagnostics::printError(failureText, reply.text);
     return false;
 }
 
@@ -111,7 +111,7 @@ bool setBinaryType(FtpSession &session) {
 int64_t getFileSize(FtpSession &session, const std::string &remotePath) {
     const FtpReply reply = sendCommand(session, "SIZE " + remotePath);
     if (reply.code != 213) {
-        Diagnostics::printReply("获取文件大小失败: ", reply.text);
+        Diagnostics::printError("获取文件大小失败: ", reply.text);
         return -1;
     }
     const auto size = parseFileSize(reply.text);
@@ -124,6 +124,6 @@ std::string getFileTime(FtpSession &session, const std::string &remotePath) {
     const FtpReply reply = sendCommand(session, "MDTM " + remotePath);
     std::string time = reply.code == 213 ? parseFileTime(reply.text) : std::string();
     if (time.empty())
-        Diagnostics::printReply("获取文件修改时间失败: ", reply.text);
+        Diagnostics::printError("获取文件修改时间失败: ", reply.text);
     return time;
 }

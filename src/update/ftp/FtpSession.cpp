@@ -24,38 +24,37 @@ std::string localAddressTowards(const std::string &serverIp) {
     return text;
 }
 
-template<typename Result>
-Result end(FtpSession &session, Result result) {
+FtpResult fail(FtpSession &session, FtpResult result) {
     session.control.reset();
-    session.library.stop();
     return result;
 }
 
 } // namespace
 
-SessionResult openSession(const FtpServer &server, FtpSession &session) {
-    if (const int error = session.library.start()) {
+FtpResult openSession(const FtpServer &server, FtpSession &session) {
+    if (const int error = session.library.error()) {
         Diagnostics::printError("WSAStartup失败: ", error);
-        return SessionResult::NoSockets;
+        return FtpResult::NoSockets;
     }
     session.serverAddress = server.address;
     session.localAddress = localAddressTowards(server.address);
     if (session.localAddress.empty())
-        return end(session, SessionResult::NoLocalAddress);
+        return FtpResult::NoLocalAddress;
     session.control = connectTcp(server.address, server.port, session.time);
     if (!session.control)
-        return end(session, SessionResult::NotConnected);
+        return FtpResult::NotConnected;
     if (sendCommand(session, {}).replyClass() != 2)
-        return end(session, SessionResult::NotWelcome);
+        return fail(session, FtpResult::NotWelcome);
     if (!login(session, server.user, server.password))
-        return end(session, SessionResult::LoginRefused);
-    return SessionResult::Open;
+        return fail(session, FtpResult::LoginRefused);
+    return FtpResult::Done;
 }
 
-int32_t closeSession(FtpSession &session) {
+FtpResult closeSession(FtpSession &session) {
     if (session.answers)
         sendCommand(session, "QUIT");
     else
         sendLine(session, "QUIT");
-    return end(session, 1);
+    session.control.reset();
+    return FtpResult::Done;
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <vector>
 
 namespace {
 
@@ -81,6 +82,14 @@ int receiveWithin(SOCKET socket, void *bytes, size_t limitBytes, milliseconds li
     if (!setTimeout(socket, SO_RCVTIMEO, limit))
         return SOCKET_ERROR;
     return recv(socket, static_cast<char *>(bytes), asSize(limitBytes), 0);
+}
+
+bool receiveAll(SOCKET socket, const TimeBudget &time, const std::function<void(std::string_view)> &take) {
+    std::vector<char> chunk(kChunkSize);
+    int count;
+    while ((count = receiveWithin(socket, chunk.data(), chunk.size(), time.nextWait())) > 0)
+        take({chunk.data(), static_cast<size_t>(count)});
+    return count == 0;
 }
 
 int sendWithin(SOCKET socket, std::string_view bytes, milliseconds limit) {

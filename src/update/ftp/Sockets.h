@@ -16,25 +16,19 @@ using UniqueSocket = UniqueResource<SocketTraits>;
 // One WSAStartup with its WSACleanup.
 class SocketLibrary {
 public:
-    SocketLibrary() noexcept = default;
+    SocketLibrary() noexcept {
+        WSADATA data;
+        error_ = WSAStartup(MAKEWORD(2, 2), &data);
+    }
+    ~SocketLibrary() {
+        if (error_ == 0)
+            WSACleanup();
+    }
     SocketLibrary(const SocketLibrary &) = delete;
     SocketLibrary &operator=(const SocketLibrary &) = delete;
-    ~SocketLibrary() { stop(); }
 
-    // 0, or the error code.
-    int start() noexcept {
-        stop();
-        WSADATA data;
-        const int error = WSAStartup(MAKEWORD(2, 2), &data);
-        started_ = error == 0;
-        return error;
-    }
-    void stop() noexcept {
-        if (started_)
-            WSACleanup();
-        started_ = false;
-    }
+    int error() const noexcept { return error_; } // 0 when started
 
 private:
-    bool started_ = false;
+    int error_;
 };

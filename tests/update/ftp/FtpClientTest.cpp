@@ -25,8 +25,8 @@ void keepReport(uint32_t stage, int32_t value, uintptr_t context) {
 
 // One downloadToMemory with what can be seen of it.
 struct Download {
-    DownloadResult result;
-    DownloadBuffer buffer;
+    FtpResult result;
+    std::vector<uint8_t> buffer;
     std::string_view bytes;
     Reports reports;
 };
@@ -57,7 +57,7 @@ TEST(DownloadToMemory, FetchesTheFileInAFixedOrderAndReportsEveryChunk) {
     script.files["dir\\file"] = file;
     ScriptedFtpServer server(script);
     const Download seen = download(server.port());
-    EXPECT_EQ(seen.result, DownloadResult::Done);
+    EXPECT_EQ(seen.result, FtpResult::Done);
     EXPECT_TRUE(seen.bytes == file);
     EXPECT_GE(seen.reports.size(), 5u); // 64 KiB at most each, and the end
     EXPECT_TRUE(std::is_sorted(seen.reports.begin(), seen.reports.end()));
@@ -68,7 +68,7 @@ TEST(DownloadToMemory, FetchesTheFileInAFixedOrderAndReportsEveryChunk) {
 }
 
 TEST(DownloadToMemory, NamesTheStepThatFailedSaysGoodByeAndCloses) {
-    using Result = DownloadResult;
+    using Result = FtpResult;
     const struct {
         const char *step;
         Lines reply;
@@ -110,7 +110,7 @@ TEST(DownloadToMemory, NamesTheStepThatFailedSaysGoodByeAndCloses) {
 
 TEST(DownloadToMemory, SaysWhyItHasNoConnection) {
     testing::internal::CaptureStderr();
-    EXPECT_EQ(download(1).result, DownloadResult::NotConnected);
+    EXPECT_EQ(download(1).result, FtpResult::NotConnected);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "连接失败: 10061 (连接被拒绝)\n");
 
     // While the server attends to the first one, callers wait until its queue is full.
@@ -130,7 +130,7 @@ TEST(DownloadToMemory, DataConnectionsThatFail) {
     script.keepsDataOpen = true;
     ScriptedFtpServer silent(script);
     const Download cut = download(silent.port(), kHasty);
-    EXPECT_EQ(cut.result, DownloadResult::TransferFailed);
+    EXPECT_EQ(cut.result, FtpResult::TransferFailed);
     EXPECT_EQ(cut.buffer.data(), nullptr);
     EXPECT_EQ(cut.reports, (Reports{{2, 100}, {2, -1}, {2, -1}}));
 }
@@ -138,7 +138,7 @@ TEST(DownloadToMemory, DataConnectionsThatFail) {
 TEST(DownloadToMemory, EndsWhenItsTimeIsOver) {
     ScriptedFtpServer server(scriptWith("SIZE", {}));
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(download(server.port(), {20s, 1000ms, 20s}).result, DownloadResult::NoSize);
+    EXPECT_EQ(download(server.port(), {20s, 1000ms, 20s}).result, FtpResult::NoSize);
     EXPECT_LT(std::chrono::steady_clock::now() - start, 10s) << "each wait may take longer than the whole";
 }
 
@@ -154,7 +154,7 @@ TEST(DownloadToMemory, KeepsToTheAnnouncedSize) {
     script.acceptsFirst = true;
     ScriptedFtpServer tooLittle(script);
     const Download seen = download(tooLittle.port(), {20s, std::nullopt, 50ms});
-    EXPECT_EQ(seen.result, DownloadResult::Done);
+    EXPECT_EQ(seen.result, FtpResult::Done);
     EXPECT_EQ(seen.bytes, std::string("0123456789\0\0\0\0", 14));
     EXPECT_EQ(seen.reports, (Reports{{2, 71}, {2, 100}}));
 }

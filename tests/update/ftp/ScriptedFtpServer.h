@@ -27,7 +27,6 @@ struct FtpScript {
 class ScriptedFtpServer {
 public:
     explicit ScriptedFtpServer(FtpScript script = {}) : script_(std::move(script)) {
-        library_.start();
         listener_ = listenOnLoopback(port_);
         uint32_t data = 0;
         dataListener_ = listenOnLoopback(data);
