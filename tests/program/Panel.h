@@ -3,8 +3,8 @@
 #pragma once
 
 #include "helpers/WinHandles.h"
+#include "simulator/WaitUntil.h"
 #include "support/SystemBox.h"
-#include "support/WaitUntil.h"
 
 #include <initializer_list>
 #include <vector>
@@ -35,14 +35,12 @@ public:
     // Exit code once the process has ended within the time; -1000 when it has not.
     int waitForEnd(DWORD milliseconds = 20000) const;
 
-    // Clicks at positions in the main window, given again until `seen` holds; false when it never does.
+    // Clicks once at each position in the main window and waits until `seen` holds; false when it never does.
     template<typename Seen>
     bool click(std::initializer_list<POINT> positions, Seen seen) const {
-        const auto give = [&] {
-            for (const POINT &position : positions)
-                click(position);
-        };
-        return giveUntil(give, seen);
+        for (const POINT &position : positions)
+            click(position);
+        return waitUntil(seen);
     }
 
     // The process's lines of the simulator's journal that begin so, without time and ids:

@@ -2,8 +2,8 @@
 // keeps what the box said. Made before the call that shows the box.
 #pragma once
 
+#include "simulator/WaitUntil.h"
 #include "support/SystemBox.h"
-#include "support/WaitUntil.h"
 
 #include <thread>
 

@@ -22,9 +22,9 @@ wait_for() {
     done
 }
 
-# give_until INPUT COMMAND...: gives the input, words of xdotool, again every three seconds until the command succeeds: what
-# comes while a window is being mapped is lost.
-give_until() {
+# give_first INPUT COMMAND...: the first input, words of xdotool, after a window came up: given again every three seconds
+# until the command succeeds, since what comes while X maps the window is lost. All further input is given once.
+give_first() {
     local input attempt
     read -ra input <<<"$1"
     shift

@@ -2,7 +2,7 @@
 // serves one session after the other in a thread of its own and waits some seconds at most for anything.
 #pragma once
 
-#include "support/WaitUntil.h"
+#include "simulator/WaitUntil.h"
 #include "update/ftp/SocketWaits.h"
 
 #include <algorithm>
