@@ -33,17 +33,17 @@ finish() { # finish NAME PID: waits for it, shows what it said, and ends when it
     [ "$code" = 0 ] || exit "$code"
 }
 
-for other in "$CACHE"/qt-work*; do # half a build by another recipe
+begin fetch-qt
+"$setup/packages.sh"
+finish fetch-qt "${background[0]}"
+
+for other in "$CACHE"/qt-work*; do # half a build by another recipe or compiler
     [ ! -e "$other" ] || [ "$other" = "$(qt_work_dir)" ] || rm -rf "$other"
 done
 for other in "$CACHE"/qt-[0-9]*; do
     [ ! -e "$other" ] || [ "$other" = "$(qt_dir)" ] ||
-        say "$other is Qt by another recipe; delete it when no other checkout needs it"
+        say "$other is Qt by another recipe or compiler; delete it when no other checkout or machine needs it"
 done
-
-begin fetch-qt
-"$setup/packages.sh"
-finish fetch-qt "${background[0]}"
 begin wine
 "$setup/qt/build.sh"
 finish wine "${background[1]}"

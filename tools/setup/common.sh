@@ -20,12 +20,20 @@ need_space() {
     [ "$free" -ge "$2" ] || die "$1 has $free MB free; this step needs about $2 MB"
 }
 
-# The Qt build is named by its version and by the recipe that made it, so that a changed recipe
-# is rebuilt and a new checkout on the same machine finds the finished one.
-QT_VERSION=5.15.8
-qt_recipe() { cat "$ROOT"/tools/setup/qt/* | sha256sum | cut -c1-12; }
-qt_dir() { printf '%s\n' "$CACHE/qt-$QT_VERSION-$(qt_recipe)"; }
-qt_work_dir() { printf '%s\n' "$CACHE/qt-work-$(qt_recipe)"; } # while it is being built
+# What the machine compiles with, without Debian's revisions, which change no interface. Shorter before the packages
+# are installed.
+tool_versions() {
+    dpkg-query -W -f '${Package} ${Version}\n' \
+        g++ clang g++-mingw-w64-x86-64-posix mingw-w64-x86-64-dev qtbase5-dev-tools 2>/dev/null | sed 's/\( [^-+~]*\).*/\1/'
+}
+
+# The Qt build is named by its version, and by the recipe and the tools that made it: another recipe is built anew, a new
+# checkout finds the finished one, and machines that share a home keep one each.
+tools_key() { { cat "$ROOT"/tools/setup/qt/*; tool_versions; } | sha256sum | cut -c1-12; }
+qt_dir() { find "$CACHE" -maxdepth 1 -name "qt-[0-9]*-$(tools_key)" 2>/dev/null || true; } # nothing before it is built
+qt_work_dir() { printf '%s\n' "$CACHE/qt-work-$(tools_key)"; } # while it is being built
+# Its sources are fetched before the tools are there to be asked.
+qt_source_dir() { (. /etc/os-release && printf '%s\n' "$CACHE/qt-source-$ID${VERSION_ID:-}"); }
 
 wine_environment() {
     export WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} LC_ALL=C.UTF-8
@@ -36,7 +44,8 @@ wine_environment() {
 
 wine_template_dir() {
     local recipe
-    recipe=$(cat "$ROOT/tools/setup/wine.sh" "$ROOT/tools/wine/base.reg" | sha256sum | cut -c1-12)
+    recipe=$({ cat "$ROOT/tools/setup/wine.sh" "$ROOT/tools/wine/base.reg"; dpkg-query -W wine; } 2>/dev/null |
+        sha256sum | cut -c1-12)
     printf '%s\n' "$CACHE/prefix-$recipe"
 }
 

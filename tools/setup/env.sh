@@ -2,4 +2,5 @@
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 wine_environment
 QORSOUND_QT=$(qt_dir)
-export QORSOUND_QT
+QORSOUND_TOOLS=$(tools_key)
+export QORSOUND_QT QORSOUND_TOOLS

@@ -9,6 +9,8 @@ mapfile -t missing < <(comm -23 <(printf '%s\n' "${wanted[@]}") \
 [ "${1:-}" != --missing ] || { echo "${missing[*]}"; exit 0; }
 [ ${#missing[@]} -gt 0 ] || exit 0
 
+command -v apt-get >/dev/null || die "this machine has no apt; Debian or Ubuntu is needed, with Qt 5.15, mingw-w64 and Wine"
+[ "$(uname -m)" = x86_64 ] || die "this machine is no 64-bit PC, which Wine needs to run the panel"
 as_root=()
 if [ "$(id -u)" != 0 ]; then
     command -v sudo >/dev/null || die "packages are missing and there is no sudo; as root: apt-get install ${missing[*]}"
@@ -18,9 +20,17 @@ need_space /var/cache/apt 2500
 say "installing ${#missing[@]} Debian packages (1-3 minutes): ${missing[*]}"
 log=$(mktemp)
 apt_step() { # No package may ask a question or start a service of its own.
-    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq "$@" >"$log" 2>&1 </dev/null ||
-        { tail -n 5 "$log" >&2; die "apt-get $1 failed (no network?); the log is $log"; }
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq "$@" >>"$log" 2>&1 </dev/null
 }
-apt_step update
-apt_step install -y --no-install-recommends -o Dpkg::Use-Pty=0 "${missing[@]}"
+complaints() { grep -E '^(E: |W: Failed to fetch)' "$log" | sort -u; }
+
+apt_step update || true # one of several sources may be out of reach; the installation decides
+out_of_reach=$(complaints || true)
+if ! apt_step install -y --no-install-recommends -o Dpkg::Use-Pty=0 "${missing[@]}"; then
+    unknown=$(sed -nE "s/^E: Unable to locate package //p; s/^E: Package '(.*)' has no installation candidate/\1/p" "$log")
+    [ -z "$unknown" ] || [ -n "$out_of_reach" ] ||
+        die "needed is a Debian or Ubuntu with Qt 5.15, mingw-w64 and Wine; apt does not know" $unknown
+    complaints | head -n 8 >&2 || true
+    die "apt-get could not install the packages; the log is $log"
+fi
 rm -f "$log"

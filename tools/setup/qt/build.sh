@@ -5,30 +5,31 @@
 set -euo pipefail
 . "$(dirname "$0")/../common.sh"
 . "$(dirname "$0")/../progress.sh"
-target=$(qt_dir)
-[ ! -e "$target" ] || exit 0
+[ ! -e "$(qt_dir)" ] || exit 0
 
 recipe=$ROOT/tools/setup/qt
+source=$(qt_source_dir)
 work=$(qt_work_dir)
 log=$work/log.txt
 objects=845 # that make compiles with these options
 
+qt_version() { sed -n 's/^MODULE_VERSION = //p' "$work/qtbase/.qmake.conf"; }
+
 unpack_source() {
-    cd "$work/source"
-    rm -rf qtbase debian qtbase-*/
-    tar xf qtbase-opensource-src_*.orig.tar.xz
-    tar xf qtbase-opensource-src_*.debian.tar.xz
-    mv "qtbase-everywhere-src-$QT_VERSION" qtbase # fails when Debian has another version by now
+    rm -rf "$work/qtbase"
+    dpkg-source --no-check --skip-patches --extract "$source"/*.dsc "$work/qtbase"
+    [[ $(qt_version) = 5.15.* ]] || die "apt offers Qt $(qt_version); needed is Qt 5.15"
+    cd "$work/qtbase"
     local patch
     while read -r patch; do
         case $patch in ''|'#'*) continue ;; esac
-        if patch -d qtbase -p1 --dry-run -f -s <"debian/patches/$patch" >/dev/null; then
-            patch -d qtbase -p1 -f -s <"debian/patches/$patch"
+        if patch -p1 --dry-run -f -s <"debian/patches/$patch" >/dev/null; then
+            patch -p1 -f -s <"debian/patches/$patch"
         else
             echo "does not apply to the repacked sources, left out: $patch"
         fi
     done <debian/patches/series
-    "$recipe/trim.sh" "$work/source/qtbase"
+    "$recipe/trim.sh" "$work/qtbase"
 }
 
 # The folders of compilers and of host tools that the makefiles ask for.
@@ -49,9 +50,9 @@ configure_qt() {
     cd "$work/build"
     local options
     read -ra options -d '' < <(grep -v '^#' "$recipe/options.txt"; printf '\0')
-    MAKE=$recipe/make.sh "$work/source/qtbase/configure" -prefix "$work/prefix" "${options[@]}"
+    MAKE=$recipe/make.sh "$work/qtbase/configure" -prefix "$work/prefix" "${options[@]}"
     cd src
-    /usr/lib/qt5/bin/qmake -qtconf ../bin/qt.conf -o Makefile "$work/source/qtbase/src/src.pro"
+    /usr/lib/qt5/bin/qmake -qtconf ../bin/qt.conf -o Makefile "$work/qtbase/src/src.pro"
 }
 
 # A linker that was killed leaves half a library with a new date; linking again takes seconds.
@@ -69,11 +70,11 @@ install_qt() {
     rm -rf "$work/stage"
     make install INSTALL_ROOT="$work/stage"
     local installed=$work/stage$work/prefix tool
-    cp -r "$work/source/qtbase/mkspecs/win32-clang-g++" "$installed/mkspecs/" # the top-level makefile would do it
+    cp -r "$work/qtbase/mkspecs/win32-clang-g++" "$installed/mkspecs/" # the top-level makefile would do it
     for tool in "${HOST_TOOLS[@]}"; do
         ln -sfn "/usr/lib/qt5/bin/$tool" "$installed/bin/$tool"
     done
-    mv "$installed" "$target"
+    mv "$installed" "$CACHE/qt-$(qt_version)-$(tools_key)"
 }
 
 # step NAME MESSAGE FUNCTION: does once what is to be done once. No "||" stands behind the function, since bash ignores
@@ -102,10 +103,11 @@ QT_GCC_HEADERS=$(x86_64-w64-mingw32-g++-posix -print-file-name=include/c++)
 export QT_GCC_HEADERS PATH="$work/compilers:$PATH"
 HOST_TOOLS=(moc rcc uic qlalr tracegen qvkgen qmake)
 "$ROOT/tools/setup/fetch-qt.sh"
+mkdir -p "$work"
 touch "$log"
-[ -e "$work/done-compile" ] || say "Qt $QT_VERSION for Windows is compiled once per machine, about 7 minutes on two cores"
+[ -e "$work/done-compile" ] || say "Qt for Windows is compiled once per machine, about 7 minutes on two cores"
 step unpack "unpacking Qt's sources" unpack_source
 step configure "configuring Qt (20 seconds)" configure_qt
 step compile "compiling Qt" compile_qt
-step install "installing Qt into $target" install_qt
-rm -rf "$work"
+step install "installing Qt" install_qt
+rm -rf "$work" "$source"
