@@ -39,7 +39,8 @@ wine_environment() {
     export WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} LC_ALL=C.UTF-8
     # Without a debugger, since a program that damaged its heap takes Wine's along, and the exit code becomes 0.
     export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe=;winedbg.exe=d"
-    unset WAYLAND_DISPLAY || true
+    # Debian's Wine 10 ends with "free(): invalid pointer" when TMPDIR is set.
+    unset WAYLAND_DISPLAY TMPDIR || true
 }
 
 wine_template_dir() {

@@ -9,7 +9,7 @@
 mkdir -p "$CACHE/runs"
 work=$(mktemp -d "$CACHE/runs/XXXXXX")
 leftovers=("$work") # folders that go with the session
-export WINEPREFIX=$work/prefix TMPDIR=$work # wineserver leaves a folder of its own in TMPDIR
+export WINEPREFIX=$work/prefix
 started=()                                  # process ids to end with the session
 session_arguments=("$@")
 clean_session() {
@@ -17,6 +17,10 @@ clean_session() {
     wineserver -k 2>/dev/null || true
     timeout 10 wineserver -w 2>/dev/null || true
     [ "${#started[@]}" = 0 ] || kill "${started[@]}" 2>/dev/null || true
+    # Debian's wineserver leaves a folder in /tmp; the prefix holds its name.
+    local folder
+    read -r folder 2>/dev/null <"$WINEPREFIX/wineserver" || true
+    [[ ${folder:-} != wine-?* ]] || leftovers+=("/tmp/$folder")
     rm -rf "${leftovers[@]}" || true
 }
 end_session() {

@@ -1,5 +1,5 @@
-/* receiver.sys: a HID minidriver for Wine. Its devices are root-enumerated; vendor and product ID come from the
- * device's ID. A program plays a device's part through feature report 3, whose data is a whole report
+/* receiver.sys: a HID minidriver for Wine. Its devices are root-enumerated; vendor and product ID come from
+ * the device's ID. A program plays a device's part through feature report 3, whose data is a whole report
  * with its ID: setting it sends an input report, getting it takes the oldest report written to the device
  * (zeros: none). */
 #include "hidport.h"
@@ -21,8 +21,9 @@ struct VirtualDevice {
     struct ReportQueue input, written;
 };
 
-/* Vendor-defined collection: reports of 64 bytes each way with ID 2, and feature report 3. The others are there to be
- * found: eight buttons as input, output and feature report 4, 5 and 6, and a single output value 7. */
+/* Vendor-defined collection: reports of 64 bytes each way with ID 2, and feature report 3. The others are
+ * there to be found: eight buttons as input, output and feature report 4, 5 and 6, and a single output
+ * value 7. */
 static const UCHAR reportDescriptor[] = {
     0x06, 0x00, 0xFF, 0x09, 0x01, 0xA1, 0x01,       /* usage page FF00, usage 1, application collection */
     0x15, 0x00, 0x26, 0xFF, 0x00, 0x75, 0x08,       /* logical range 0..255, fields of 8 bits */
@@ -117,14 +118,16 @@ static NTSTATUS NTAPI pnp(PDEVICE_OBJECT functionDevice, PIRP irp) {
     PIRP read = NULL;
     KIRQL irql;
 
-    /* A removal waits for the class driver's reading thread, which waits for its read. */
     if (minor == IRP_MN_SURPRISE_REMOVAL || minor == IRP_MN_REMOVE_DEVICE) {
         KeAcquireSpinLock(&device->lock, &irql);
         device->removed = TRUE;
         read = device->pendingRead;
         device->pendingRead = NULL;
         KeReleaseSpinLock(&device->lock, irql);
-        if (read)
+        /* Wine 8's class driver ends its reading thread when the read has ended. Wine 10's, which does not
+         * pass a surprise removal on, has ended it by now: the read's status would be written to a stack that
+         * is gone. */
+        if (read && minor == IRP_MN_SURPRISE_REMOVAL)
             complete(read, STATUS_DELETE_PENDING, 0);
     }
     IoSkipCurrentIrpStackLocation(irp);
@@ -210,6 +213,8 @@ static NTSTATUS NTAPI internalControl(PDEVICE_OBJECT functionDevice, PIRP irp) {
     }
     case IOCTL_HID_GET_REPORT_DESCRIPTOR:
         return answer(irp, reportDescriptor, sizeof reportDescriptor);
+    case IOCTL_HID_GET_STRING: /* Wine 10 starts no device without a serial number. */
+        return answer(irp, L"1", sizeof L"1");
     case IOCTL_HID_READ_REPORT:
         return readInput(device, irp);
     case IOCTL_HID_WRITE_REPORT:
