@@ -22,15 +22,15 @@ log=$(mktemp)
 apt_step() { # No package may ask a question or start a service of its own.
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq "$@" >>"$log" 2>&1 </dev/null
 }
-complaints() { grep -E '^(E: |W: Failed to fetch)' "$log" | sort -u; }
+complaints() { grep -E '^(E: |W: Failed to fetch)' "$log" | sort -u | head -n 8 || true; }
 
 apt_step update || true # one of several sources may be out of reach; the installation decides
-out_of_reach=$(complaints || true)
+out_of_reach=$(complaints)
 if ! apt_step install -y --no-install-recommends -o Dpkg::Use-Pty=0 "${missing[@]}"; then
     unknown=$(sed -nE "s/^E: Unable to locate package //p; s/^E: Package '(.*)' has no installation candidate/\1/p" "$log")
     [ -z "$unknown" ] || [ -n "$out_of_reach" ] ||
         die "needed is a Debian or Ubuntu with Qt 5.15, mingw-w64 and Wine; apt does not know" $unknown
-    complaints | head -n 8 >&2 || true
+    printf '%s\n' "${out_of_reach:-$(complaints)}" >&2
     die "apt-get could not install the packages; the log is $log"
 fi
 rm -f "$log"
