@@ -60,7 +60,7 @@ out=$(realpath "$out")
 
 work=$(mktemp -d)
 export WINEPREFIX=$work/prefix
-trap 'wineserver -k 2>/dev/null || true; rm -rf "$work"' EXIT
+trap 'wineserver -k 2>/dev/null || true; remove_server_folder "$WINEPREFIX"; rm -rf "$work"' EXIT
 wine_environment
 copy_prefix "$WINEPREFIX"
 release() { "$WINE" "$tool" "$@" </dev/null || die "qor_release $1 failed"; }

@@ -62,3 +62,10 @@ copy_prefix() {
     cp --remove-destination "$template"/drive_c/windows/inf/* "$1"/drive_c/windows/inf/
     rm -f "$1/wineserver"
 }
+
+# remove_server_folder PREFIX: the folder that Debian's wineserver leaves in /tmp; the prefix holds its name.
+remove_server_folder() {
+    local name=''
+    read -r name 2>/dev/null <"$1/wineserver" || true
+    [[ $name != wine-?* ]] || rm -rf "/tmp/$name"
+}

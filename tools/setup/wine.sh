@@ -23,5 +23,6 @@ cp /usr/share/wine/fonts/marlett.ttf /usr/share/wine/fonts/symbol.ttf /usr/share
     "$fresh/drive_c/windows/Fonts/"
 wineserver -k || true
 wineserver -w || true
+remove_server_folder "$fresh"
 rm -f "$fresh/wineserver" "$log"
 mv "$fresh" "$template"

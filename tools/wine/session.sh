@@ -17,10 +17,7 @@ clean_session() {
     wineserver -k 2>/dev/null || true
     timeout 10 wineserver -w 2>/dev/null || true
     [ "${#started[@]}" = 0 ] || kill "${started[@]}" 2>/dev/null || true
-    # Debian's wineserver leaves a folder in /tmp; the prefix holds its name.
-    local folder
-    read -r folder 2>/dev/null <"$WINEPREFIX/wineserver" || true
-    [[ ${folder:-} != wine-?* ]] || leftovers+=("/tmp/$folder")
+    remove_server_folder "$WINEPREFIX"
     rm -rf "${leftovers[@]}" || true
 }
 end_session() {
