@@ -5,6 +5,7 @@
 #include "simulator/StartImage.h"
 
 #include <cstring>
+#include <windows.h>
 
 namespace {
 
@@ -44,6 +45,8 @@ int32_t deviceCount() {
 }
 
 Outcome initialise() {
+    while (Knobs::number(L"HeldBack", 0) == GetCurrentProcessId())
+        Sleep(20);
     return {Knobs::signedNumber(L"InitResult", 0)};
 }
 

@@ -11,7 +11,7 @@ namespace DeviceStore {
 
 int32_t deviceCount();
 
-Outcome initialise();                      // knob "InitResult"
+Outcome initialise();                      // knobs "HeldBack" and "InitResult"
 Outcome read(int32_t index, void *record); // fills 931 bytes; knob "DeviceInfoResult"
 // Stores the block and shows it in the caller's record, which holds the device's current values.
 Outcome write(void *record, int32_t type, const void *block);

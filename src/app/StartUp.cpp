@@ -5,6 +5,7 @@
 #include "helpers/MessageBoxes.h"
 #include "helpers/ProductSettings.h"
 #include "helpers/SystemVersion.h"
+#include "window/InstanceOrder.h"
 
 namespace StartUp {
 
@@ -30,6 +31,7 @@ bool takeOverFromRunningInstance() {
     if (!DeviceApi::anotherInstanceRuns(kInstanceMutex))
         return false;
     ProductSettings::writeDword(ProductSettings::kExitRequest, 1);
+    InstanceOrder::askForPlace();
     Sleep(kHandoverMs);
     return true;
 }
@@ -39,6 +41,7 @@ Ending requireDevice() {
         return std::nullopt;
     // The two leading blanks belong to the text.
     ShowMessageByLocale(L"Can't connect to device", L"  找不到设备", L"温馨提示", MB_OK);
+    InstanceOrder::withdraw();
     ProductSettings::takeExitRequest();
     return 0;
 }

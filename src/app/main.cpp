@@ -1,6 +1,7 @@
 #include "app/StartUp.h"
 #include "window/demo.h"
 #include "window/dialogs/StartTip.h"
+#include "window/InstanceOrder.h"
 #include "window/screens/Screens.h"
 #include "window/screens/SmoothPictures.h"
 
@@ -40,9 +41,8 @@ int runPanel(QApplication &application, bool takesOver) {
 
     // On the heap: the paths that end the process from within destroy the window themselves.
     const auto window = std::make_unique<demo>();
-    // An older instance that hangs has not followed the request, and this one must not. As late as its own
-    // poll allows, since the older one may only be slow.
-    if (takesOver)
+    // An older instance that hangs has not followed the request, and this one must not.
+    if (takesOver && !InstanceOrder::newerAsked())
         ProductSettings::takeExitRequest();
     centreOnPrimaryScreen(*window);
     window->setWindowTitle(QString::fromStdWString(ProductSettings::productDisplayName()));

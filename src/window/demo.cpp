@@ -12,6 +12,7 @@
 #include "window/dialogs/MakerActions.h"
 #include "window/dialogs/SettingsDialog.h"
 #include "window/dialogs/VersionDialog.h"
+#include "window/InstanceOrder.h"
 #include "window/language/LanguageChoice.h"
 #include "window/language/Translation.h"
 #include "window/Navigation.h"
@@ -114,7 +115,8 @@ void demo::readDevice() {
                                                  : QStringLiteral("get device info FAILED"),
                 nullptr, MB_OK);
     trayIcon_->remove();
-    ProductSettings::takeExitRequest(); // an older instance need not make room
+    InstanceOrder::withdraw(); // an older instance need not make room
+    ProductSettings::takeExitRequest();
     endProcessAtOnce();
 }
 
@@ -270,7 +272,7 @@ void demo::closeOrHide() {
 }
 
 void demo::pollHandover() {
-    if (ProductSettings::takeExitRequest())
+    if (ProductSettings::takeExitRequest() || InstanceOrder::newerAsked())
         endProcess(this);
 }
 
