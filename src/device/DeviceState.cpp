@@ -4,32 +4,23 @@
 
 #include <cstring>
 
-namespace {
-
-void tell(const std::function<void()> &listener) {
-    if (listener)
-        listener();
-}
-
-} // namespace
-
 void DeviceState::saveType1Block() {
     system.headCopy = system.head;
     DeviceApi::writeBlock(info, system);
-    tell(written);
+    emit written();
 }
 
 int32_t DeviceState::saveType2Block() {
     system.sound = sound;
     virtualSurroundOn = sound.virtualSurroundOn;
     const int32_t result = DeviceApi::writeBlock(info, sound);
-    tell(written);
+    emit written();
     return result;
 }
 
 void DeviceState::saveType3Block() {
     DeviceApi::writeBlock(info, extension);
-    tell(written);
+    emit written();
 }
 
 void DeviceState::refreshSoundBlock() {
@@ -37,5 +28,5 @@ void DeviceState::refreshSoundBlock() {
         return;
     sound = info.sound;
     virtualSurroundOn = sound.virtualSurroundOn;
-    tell(soundReplaced);
+    emit soundReplaced();
 }

@@ -5,9 +5,12 @@
 #include "device/PropertyBlocks.h"
 
 #include <atomic>
-#include <functional>
+#include <QObject>
 
-struct DeviceState {
+class DeviceState : public QObject {
+    Q_OBJECT
+
+public:
     DeviceInfo info{};
     SystemBlock system{};
     SoundBlock sound{};
@@ -22,15 +25,14 @@ struct DeviceState {
     // Writes ExtBlock as type 3 as it stands.
     void saveType3Block();
 
-    // Called after every write, for whoever shows a summary of the settings; may be empty.
-    std::function<void()> written;
-
     // Takes the device's current sound image (DeviceInfo bytes 32..606) back into SoundBlock.
     void refreshSoundBlock();
-    // Called when that image differed from SoundBlock, for all who show it; may be empty.
-    std::function<void()> soundReplaced;
 
     // The switch of SoundBlock byte 1 for the device event listener's thread: follows every write of the
     // block and every refresh.
     std::atomic<uint8_t> virtualSurroundOn{0};
+
+signals:
+    void written();       // after every write
+    void soundReplaced(); // by another image from the device: all who show it show it again
 };

@@ -10,7 +10,6 @@
 #include "pages/microphone/VoiceEffectsPage.h"
 #include "pages/room/RoomEffectsPage.h"
 #include "pages/sound_field/SoundFieldPage.h"
-#include "pages/sound_field/SpatialSoundPage.h"
 #include "pages/status/BatteryStatus.h"
 #include "pages/status/SampleRatePage.h"
 #include "pages/status/StatusStrip.h"
@@ -43,7 +42,6 @@ PageSet::PageSet(PageContext context, WindowTimers &timers, const QString &curve
     equalizer_ = std::make_unique<EqualizerPage>(context, *exclusiveEffects_, curveFilePath.toStdWString());
     roomEffects_ = std::make_unique<RoomEffectsPage>(context, *exclusiveEffects_);
     soundField_ = std::make_unique<SoundFieldPage>(context, *exclusiveEffects_, timers.rotation);
-    spatialSound_ = std::make_unique<SpatialSoundPage>(context, *exclusiveEffects_);
     microphone_ = std::make_unique<MicrophonePage>(context);
     voiceEffects_ = std::make_unique<VoiceEffectsPage>(context);
     noiseReduction_ = std::make_unique<NoiseReductionPage>(context);
@@ -54,7 +52,6 @@ PageSet::PageSet(PageContext context, WindowTimers &timers, const QString &curve
     update_ = std::make_unique<SoftwareUpdate>(updateWidgets(context.form), context.language);
     QObject::connect(&timers.batteryNow, &QTimer::timeout, battery_.get(),
                      &BatteryStatus::refreshBatteryStatus);
-    context.device.soundReplaced = [this] { showSoundBlock(); };
 }
 
 void PageSet::setUpVolume(PageContext context) {
@@ -84,20 +81,15 @@ void PageSet::devicesChanged() {
         timers_.batteryNow.start(kDevicesSettleMs);
 }
 
-void PageSet::showSoundBlock() {
-    volume_->showStored();
-    exclusiveEffects_->showStored();
-    roomEffects_->showStored();
-    soundField_->showStored();
-    statusStrip_->refresh();
-}
-
-void PageSet::addRefillsTo(Translation &translation) {
-    translation.addRefill([this] { volume_->retranslated(); });
-    translation.addRefill([this] { equalizer_->retranslated(); });
-    translation.addRefill([this] { soundField_->retranslated(); });
-    translation.addRefill([this] { microphone_->retranslated(); });
-    translation.addRefill([this] { update_->retranslated(); });
+void PageSet::follow(const Translation &translation) {
+    const auto follow = [&](const auto &page, auto retranslated) {
+        QObject::connect(&translation, &Translation::retranslated, page.get(), retranslated);
+    };
+    follow(volume_, &VolumePage::retranslated);
+    follow(equalizer_, &EqualizerPage::retranslated);
+    follow(soundField_, &SoundFieldPage::retranslated);
+    follow(microphone_, &MicrophonePage::retranslated);
+    follow(update_, &SoftwareUpdate::retranslated);
 }
 
 void PageSet::checkForUpdateAtStart(QPushButton &updateButton) {

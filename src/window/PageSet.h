@@ -19,7 +19,6 @@ class RoomEffectsPage;
 class SampleRatePage;
 class SoftwareUpdate;
 class SoundFieldPage;
-class SpatialSoundPage;
 class StatusStrip;
 class SystemVolumeWatcher;
 class Translation;
@@ -41,8 +40,8 @@ public:
     // The receiver may have come or gone.
     void devicesChanged();
 
-    // What has to be written back after every change of language.
-    void addRefillsTo(Translation &translation);
+    // The pages set their texts anew after every change of language.
+    void follow(const Translation &translation);
 
     // The update check of start-up; a new version presses updateButton.
     void checkForUpdateAtStart(QPushButton &updateButton);
@@ -54,7 +53,6 @@ public:
 
 private:
     void setUpVolume(PageContext context);
-    void showSoundBlock();
 
     WindowTimers &timers_;
     // In the order of construction.
@@ -66,7 +64,6 @@ private:
     std::unique_ptr<EqualizerPage> equalizer_;
     std::unique_ptr<RoomEffectsPage> roomEffects_;
     std::unique_ptr<SoundFieldPage> soundField_;
-    std::unique_ptr<SpatialSoundPage> spatialSound_;
     std::unique_ptr<MicrophonePage> microphone_;
     std::unique_ptr<VoiceEffectsPage> voiceEffects_;
     std::unique_ptr<NoiseReductionPage> noiseReduction_;

@@ -131,7 +131,7 @@ void demo::setUpPages() {
 
     connect(&timers_.tick, &QTimer::timeout, this, &demo::countTick);
     pages_ = std::make_unique<PageSet>(context, timers_, curveFilePath_);
-    pages_->addRefillsTo(*translation_);
+    pages_->follow(*translation_);
     connectSystem();
     connect(&pages_->battery(), &BatteryStatus::ranLow, this,
             [this](int percent) { trayIcon_->notify(tr("耳机电量仅剩 %1%，请及时充电。").arg(percent)); });

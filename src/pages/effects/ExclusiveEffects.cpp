@@ -2,7 +2,9 @@
 
 #include "pages/StyleSheetText.h"
 
-ExclusiveEffects::ExclusiveEffects(PageContext context) : context_(context) {}
+ExclusiveEffects::ExclusiveEffects(PageContext context) : context_(context) {
+    connect(&context_.device, &DeviceState::soundReplaced, this, &ExclusiveEffects::showStored);
+}
 
 void ExclusiveEffects::attach(Effect effect, QAbstractButton &switchButton, QWidget *caption,
                               QVector<QWidget *> panel) {

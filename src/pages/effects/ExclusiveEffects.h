@@ -23,9 +23,6 @@ public:
     // Flips the effect, shows what follows from it and sends the sound block once.
     void toggle(Effect effect);
 
-    // Shows what the block holds on all controls; sends nothing.
-    void showStored();
-
     bool isOn(Effect effect) const;
 
 signals:
@@ -40,6 +37,7 @@ private:
         QVector<QWidget *> panel;
     };
 
+    void showStored();
     void showAll() const;
     void show(const Controls &controls) const;
 

@@ -25,6 +25,8 @@ RoomEffectsPage::RoomEffectsPage(PageContext context, ExclusiveEffects &effects)
     effects_.attach(Effect::VirtualSurround, *form.pushButton_32, form.label_148, {});
     effects_.attach(Effect::RoomEffect, *form.pushButton_33, form.label_150,
                     {form.btn_room1, form.btn_room2, form.btn_room3});
+    // The spatial-sound page, which the navigation does not offer, has a second switch for the room effect.
+    effects_.attach(Effect::RoomEffect, *form.pushButton_28, nullptr, {});
     for (QWidget *hidden :
          std::initializer_list<QWidget *>{form.comboBox_2, form.pushButton_27, form.label_175})
         hidden->hide();
@@ -41,6 +43,7 @@ void RoomEffectsPage::showStored() {
 }
 
 void RoomEffectsPage::connectControls() {
+    connect(&context_.device, &DeviceState::soundReplaced, this, &RoomEffectsPage::showStored);
     for (int room = 1; room <= kRooms; ++room)
         connect(roomButton(room), &QPushButton::clicked, this, [this, room] { chooseRoom(room); });
     for (int position = 1; position <= kPositions; ++position)

@@ -17,10 +17,8 @@ public:
     // Selects position index + 1, as the hidden position box says it; other indices than 0..3 are ignored.
     void selectMode(int index);
 
-    // Marks the room and the position that the block holds.
-    void showStored();
-
 private:
+    void showStored();
     void connectControls();
     void chooseRoom(int room);
     void choosePosition(int position);

@@ -62,6 +62,7 @@ SoundFieldPage::SoundFieldPage(PageContext context, ExclusiveEffects &effects, Q
     findSpeakers();
     effects_.attach(Effect::SoundField, *form.pushButton_14, form.label_152, {form.Page4_P, form.frame_2});
     connect(&effects_, &ExclusiveEffects::changed, this, &SoundFieldPage::followAngleMode);
+    connect(&context_.device, &DeviceState::soundReplaced, this, &SoundFieldPage::showStored);
     showStored();
     connectLevels();
     connectFieldButtons();

@@ -22,8 +22,6 @@ public:
 
     // Writes the levels' labels again, which the form resets.
     void retranslated();
-    // Shows the levels and the angle's mode that the block holds; sends nothing.
-    void showStored();
 
 private:
     struct Speaker {
@@ -34,6 +32,7 @@ private:
     };
 
     void findSpeakers();
+    void showStored(); // the levels and the angle's mode that the block holds
     void connectLevels();
     void connectFieldButtons();
 

@@ -14,12 +14,9 @@ void light(QLabel &label, bool on) {
 } // namespace
 
 StatusStrip::StatusStrip(PageContext context) : context_(context) {
-    context_.device.written = [this] { refreshSoon(); };
+    connect(&context_.device, &DeviceState::written, this, &StatusStrip::refreshSoon);
+    connect(&context_.device, &DeviceState::soundReplaced, this, &StatusStrip::refresh);
     refresh();
-}
-
-StatusStrip::~StatusStrip() {
-    context_.device.written = nullptr;
 }
 
 void StatusStrip::refreshSoon() {

@@ -11,11 +11,9 @@ class StatusStrip : public QObject {
 
 public:
     explicit StatusStrip(PageContext context);
-    ~StatusStrip() override;
-
-    void refresh();
 
 private:
+    void refresh();
     // A write may come in the middle of a handler, so the strip looks at the settings once that has ended.
     void refreshSoon();
 

@@ -73,6 +73,7 @@ void VolumePage::loadLock() {
 
 void VolumePage::connectControls() {
     const Ui::demoClass &form = context_.form;
+    connect(&context_.device, &DeviceState::soundReplaced, this, &VolumePage::showStored);
     connect(form.pushButton_7, &QPushButton::clicked, this, &VolumePage::togglePageSwitch);
     connect(form.pushButton_12, &QPushButton::clicked, this, &VolumePage::toggleMute);
     connect(form.pushButton_13, &QPushButton::clicked, this, &VolumePage::toggleMute);

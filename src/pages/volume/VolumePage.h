@@ -24,9 +24,6 @@ public:
     // and last it sends the mute state and listens to its controls.
     void start();
 
-    // Shows what the block holds; sends nothing.
-    void showStored();
-
     // Writes levels back into labels and sliders after the form's texts were set anew; sends nothing.
     void retranslated();
 
@@ -61,6 +58,7 @@ private:
     void showLeft();
     void showRight();
     void showLevels();
+    void showStored(); // all that the block holds
     void showMute();
     void showPageSwitch();
     void showLock();

@@ -30,10 +30,6 @@ void install(QTranslator &translator, const QString &name) {
 Translation::Translation(QMainWindow &mainWindow, PageContext context)
     : mainWindow_(mainWindow), context_(context) {}
 
-void Translation::addRefill(std::function<void()> refill) {
-    refills_.push_back(std::move(refill));
-}
-
 void Translation::LoadTranslation() {
     const FlagScope filling(context_.volume.volumeUpdating);
     const int8_t language = context_.language.code;
@@ -42,8 +38,7 @@ void Translation::LoadTranslation() {
         retranslateMainForm(context_.form, mainWindow_);
     }
     DeviceApi::pollVolume();
-    for (const std::function<void()> &refill : refills_)
-        refill();
+    emit retranslated();
 }
 
 void Translation::loadTexts(int8_t language) {

@@ -3,24 +3,25 @@
 
 #include "pages/PageContext.h"
 
-#include <functional>
 #include <QMainWindow>
 #include <QTranslator>
-#include <vector>
 
-class Translation {
+class Translation : public QObject {
+    Q_OBJECT
+
 public:
     Translation(QMainWindow &mainWindow, PageContext context);
-
-    // Adds what a page has to do after its texts were reset to those of the form: write its live values back
-    // and set again the texts that it makes itself. Run in the order of the calls.
-    void addRefill(std::function<void()> refill);
 
     // Loads translations/ts_zh.qm (language 0) or ts_en.qm (1 and above) from the program's folder, in
     // Chinese also qtbase_zh_CN.qm, the toolkit's own texts, and re-applies all texts; a negative language
     // leaves the texts as they are. Without a usable file the texts are the source texts, which are Chinese.
     // Controls that change here write nothing to the device.
     void LoadTranslation();
+
+signals:
+    // The texts were reset to those of the form: time to write live values back and to set again the texts
+    // that the form does not hold.
+    void retranslated();
 
 private:
     void loadTexts(int8_t language);
@@ -29,5 +30,4 @@ private:
     PageContext context_;
     QTranslator *translator_ = nullptr; // owned by the main window
     QTranslator toolkitTranslator_;
-    std::vector<std::function<void()>> refills_;
 };
