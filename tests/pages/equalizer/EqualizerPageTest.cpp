@@ -1,14 +1,10 @@
 // What the session of the whole panel does not see of the equalizer's page: names and files.
+#include "pages/equalizer/EqualizerPage.h"
+#include "pages/PageTest.h"
 #include "support/BoxAnswerer.h"
-#include "window/WindowTest.h"
 
 #include <cstring>
 #include <gmock/gmock.h>
-#include <QComboBox>
-#include <QLabel>
-#include <QPushButton>
-#include <QSlider>
-#include <QStackedWidget>
 #include <QTemporaryDir>
 #include <shlobj.h>
 
@@ -16,23 +12,21 @@ namespace {
 
 using namespace testing;
 
-class EqualizerPageTest : public WindowTest {
+class EqualizerPageTest : public PageTest {
 protected:
     EqualizerPageTest() {
-        QFile::remove(QCoreApplication::applicationDirPath() + "/config/eqs.bin");
         recorder.updatesImage = true;
         recorder.info.sound.equalizerOn = 1;
-        start(0);
-        pages().setCurrentIndex(kPage);
-        recorder.calls.clear();
+        const std::wstring curveFile = folder.filePath("eqs.bin").toStdWString();
+        readDevice(curveFile);
+        page.emplace(context, effects, curveFile);
+        form.stackedWidget->setCurrentWidget(form.page_3);
+        window.show();
     }
 
-    QStackedWidget &pages() const { return child<QStackedWidget>(*window, "stackedWidget"); }
-    QComboBox &curves() const { return child<QComboBox>(*window, "comboBox"); }
-    void click(const char *button) const { child<QPushButton>(*window, button).click(); }
     void saveAs(const QString &name) const {
-        curves().setEditText(name);
-        click("pushButton_25");
+        form.comboBox->setEditText(name);
+        form.pushButton_25->click();
     }
 
     // As the shell does when the user lets go of a file over the page.
@@ -40,28 +34,29 @@ protected:
         QFile file(folder.filePath(name));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush());
         const std::wstring path = QDir::toNativeSeparators(file.fileName()).toStdWString();
-        const QPoint place = pages().widget(kPage)->mapTo(window.get(), QPoint(300, 300));
+        const QPoint place = form.page_3->mapTo(&window, QPoint(300, 300));
         const HGLOBAL memory = GlobalAlloc(GHND, sizeof(DROPFILES) + (path.size() + 2) * sizeof(wchar_t));
         auto *files = static_cast<DROPFILES *>(GlobalLock(memory));
         *files = {sizeof *files, {place.x(), place.y()}, FALSE, TRUE};
         std::memcpy(files + 1, path.c_str(), path.size() * sizeof(wchar_t));
         GlobalUnlock(memory);
-        SendMessageW(reinterpret_cast<HWND>(window->winId()), WM_DROPFILES, WPARAM(memory), 0);
+        SendMessageW(reinterpret_cast<HWND>(window.winId()), WM_DROPFILES, WPARAM(memory), 0);
         QCoreApplication::sendPostedEvents();
     }
 
-    static constexpr int kPage = 2;
     QTemporaryDir folder;
+    ExclusiveEffects effects{context};
+    std::optional<EqualizerPage> page;
 };
 
 TEST_F(EqualizerPageTest, NamesTheCurveWhoseGainsStandOnTheSliders) {
-    const auto shown = [this] { return child<QLabel>(*window, "jhq_lab_20").text(); };
-    child<QSlider>(*window, "verticalSlider_19").setValue(27);
+    const auto shown = [this] { return form.jhq_lab_20->text(); };
+    form.verticalSlider_19->setValue(27);
     EXPECT_EQ(shown(), "自定义");
     saveAs("first");
     saveAs("second");
     EXPECT_EQ(shown(), "second"); // of two that fit the one saved last
-    click("pushButton_24");
+    form.pushButton_24->click();
     EXPECT_EQ(shown(), "first");
 }
 
@@ -71,14 +66,14 @@ TEST_F(EqualizerPageTest, TakesADroppedCurveAsAPresetAndStoresItOnlyWhenSaved) {
     drop(name, text);
     EXPECT_THAT(recorder.calls, ElementsAre("setDeviceProperty(3)"));
     EXPECT_THAT(recorder.extension.gain, Each(-3));
-    EXPECT_EQ(curves().currentText(), "A headphone, corrected for my o");
-    EXPECT_EQ(curves().count(), 0);
-    click("pushButton_25");
-    EXPECT_EQ(curves().count(), 1);
-    pages().setCurrentIndex(0);
+    EXPECT_EQ(form.comboBox->currentText(), "A headphone, corrected for my o");
+    EXPECT_EQ(form.comboBox->count(), 0);
+    form.pushButton_25->click();
+    EXPECT_EQ(form.comboBox->count(), 1);
+    form.stackedWidget->setCurrentIndex(0);
     drop(name, text);
-    pages().setCurrentIndex(kPage);
-    click("pushButton_6"); // off
+    form.stackedWidget->setCurrentWidget(form.page_3);
+    form.pushButton_6->click(); // off
     recorder.calls.clear();
     drop(name, text);
     EXPECT_THAT(recorder.calls, IsEmpty());

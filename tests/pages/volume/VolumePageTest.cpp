@@ -1,12 +1,12 @@
 // The volume page with Windows' own volume, whose notifications come from a thread of the audio system.
+#include "pages/volume/VolumePage.h"
+#include "pages/PageTest.h"
 #include "pages/volume/FakeEndpoint.h"
 #include "pages/volume/SystemVolumeWatcher.h"
-#include "window/WindowTest.h"
 
 #include <cmath>
 #include <deque>
 #include <gmock/gmock.h>
-#include <QSlider>
 
 namespace {
 
@@ -16,16 +16,19 @@ using Levels = std::tuple<int8_t, int8_t, int8_t>; // master, left, right
 
 constexpr char kWrite[] = "setDeviceProperty(2)";
 
-class VolumePageTest : public WindowTest {
+class VolumePageTest : public PageTest {
 protected:
-    ~VolumePageTest() { window.reset(); } // before its endpoint
-
-    // The window on a device with these levels.
+    // The page on a device with these levels.
     void open(Levels levels, bool locked = false) {
         SoundBlock &sound = recorder.info.sound;
         std::tie(sound.masterVolume, sound.leftVolume, sound.rightVolume) = levels;
         ProductSettings::writeDword(L"vol_locked", locked ? 1 : 0);
-        start(1);
+        readDevice();
+        page.reset();
+        page.emplace(context);
+        watcher.emplace();
+        page->follow(*watcher);
+        page->start();
         recorder.calls.clear();
     }
 
@@ -34,14 +37,14 @@ protected:
         QCoreApplication::sendPostedEvents();
     }
 
-    QSlider &slider(const char *name) const { return child<QSlider>(*window, name); }
-
     // On the device; how the sliders follow is a part of the session.
     Levels sent() const {
         return {recorder.sound.masterVolume, recorder.sound.leftVolume, recorder.sound.rightVolume};
     }
 
     FakeEndpoint endpoint;
+    std::optional<SystemVolumeWatcher> watcher;
+    std::optional<VolumePage> page;
 };
 
 TEST_F(VolumePageTest, FollowsWindowsWithoutSettingItAgain) {
@@ -70,14 +73,14 @@ TEST_F(VolumePageTest, FollowsWindowsWithoutSettingItAgain) {
 // An endpoint that answers at once, or some steps late, with the float that it was set to: 0.7F reports 69.
 TEST_F(VolumePageTest, ItsOwnVolumeDoesNotComeBack) {
     const struct {
-        const char *slider;
+        QSlider *slider;
         int turn, end; // the slider goes up to the turning point and back to the end
         bool locked;
         Levels after;
     } drags[] = {
-        {"verticalSlider_7", 70, 20, false, {50, 50, 20}},
-        {"verticalSlider_4", 100, 70, false, {70, 60, 70}},
-        {"verticalSlider_5", 100, 57, true, {57, 57, 57}},
+        {form.verticalSlider_7, 70, 20, false, {50, 50, 20}},
+        {form.verticalSlider_4, 100, 70, false, {70, 60, 70}},
+        {form.verticalSlider_5, 100, 57, true, {57, 57, 57}},
     };
     for (const size_t late : {0u, 3u}) {
         for (const auto &drag : drags) {
@@ -92,7 +95,7 @@ TEST_F(VolumePageTest, ItsOwnVolumeDoesNotComeBack) {
             size_t steps = 0;
             for (int value = 60, by = 1; value != drag.end || by > 0; ++steps) {
                 by = value == drag.turn ? -1 : by;
-                slider(drag.slider).setValue(value += by);
+                drag.slider->setValue(value += by);
                 answer(late);
             }
             answer(0);
@@ -105,12 +108,12 @@ TEST_F(VolumePageTest, ItsOwnVolumeDoesNotComeBack) {
     }
     // A change made elsewhere while the panel's own are under way.
     open({60, 50, 60});
-    slider("verticalSlider_7").setValue(70);
-    slider("verticalSlider_7").setValue(80);
+    form.verticalSlider_7->setValue(70);
+    form.verticalSlider_7->setValue(80);
     report(0.305f);
     report(0.8f);
     EXPECT_EQ(sent(), Levels(30, 0, 30));
-    slider("verticalSlider_5").setValue(70);
+    form.verticalSlider_5->setValue(70);
     report(0.7f);
     EXPECT_EQ(sent(), Levels(69, 69, 29)) << "the echo of an unlocked left channel passes";
 }
