@@ -9,6 +9,7 @@
 #include <cstdarg>
 #include <mutex>
 #include <new>
+#include <QString>
 #include <windows.h>
 
 namespace {
@@ -29,13 +30,8 @@ constexpr WORD kGreen = 2;
 constexpr WORD kBrightRed = 12;
 constexpr WORD kDefaultColour = 7;
 
-std::mutex settingsMutex;
+std::mutex turn; // of the settings and of the file
 Settings settings;
-
-Settings currentSettings() {
-    const std::lock_guard<std::mutex> lock(settingsMutex);
-    return settings;
-}
 
 std::wstring temporaryFolder() {
     wchar_t folder[255];
@@ -65,12 +61,8 @@ std::wstring formatted(const wchar_t *format, ...) {
     return text;
 }
 
-std::string utf8(const std::wstring &text) {
-    const int length = static_cast<int>(text.size());
-    const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
-    std::string bytes(static_cast<size_t>(size), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text.data(), length, bytes.data(), size, nullptr, nullptr);
-    return bytes;
+QByteArray utf8(const std::wstring &text) {
+    return QString::fromStdWString(text).toUtf8();
 }
 
 DWORD processOfThread(DWORD threadId) {
@@ -90,74 +82,54 @@ void setConsoleColour(WORD attribute) {
     SetConsoleTextAttribute(GetStdHandle(STD_OUTPUT_HANDLE), attribute);
 }
 
-// As a stream in text mode writes them.
-std::string withWindowsLineEnds(const std::string &text) {
-    std::string bytes;
-    for (const char c : text) {
-        if (c == '\n')
-            bytes += '\r';
-        bytes += c;
-    }
-    return bytes;
-}
-
-void writeLine(const Settings &use, const char *sourceFile, uint32_t line, const char *function, bool isTrace,
+void writeLine(const char *sourceFile, uint32_t line, const char *function, bool isTrace,
                const std::wstring &message) {
     std::wstring text;
-    if (!use.noPrefix)
+    if (!settings.noPrefix)
         text += linePrefix(sourceFile, line, function);
     if (isTrace)
         text += L"(TRACE) ";
-    text += message + L"\n";
-    const std::string bytes = utf8(text);
+    QByteArray bytes = utf8(text + message + L"\n");
 
-    if (use.consoleColours)
+    if (settings.consoleColours)
         setConsoleColour(isTrace ? kGreen : kBrightRed);
-    if (use.persistentStream) {
-        std::fwrite(bytes.data(), 1, bytes.size(), use.persistentStream);
-        std::fflush(use.persistentStream);
+    if (settings.persistentStream) {
+        std::fwrite(bytes.data(), 1, static_cast<size_t>(bytes.size()), settings.persistentStream);
+        std::fflush(settings.persistentStream);
     } else {
-        appendToFile(use.logPath, withWindowsLineEnds(bytes));
+        appendToFile(settings.logPath, bytes.replace("\n", "\r\n").toStdString()); // a text file
     }
-    if (use.consoleColours)
+    if (settings.consoleColours)
         setConsoleColour(kDefaultColour);
 }
 
 // An already enabled trace is never switched off here.
-void readRegistrySettings(Settings &into) {
+void readRegistrySettings() {
     const wchar_t *key = ProductSettings::kProductKey;
     if (Registry::ValueExists(key, L"EnableTrace") &&
         Registry::ReadStringValue(key, L"EnableTrace") == L"true")
-        into.traceEnabled = true;
-    into.levelLow = 0;
-    into.levelHigh = 0;
-    if (!into.traceEnabled)
+        settings.traceEnabled = true;
+    settings.levelLow = 0;
+    settings.levelHigh = 0;
+    if (!settings.traceEnabled)
         return;
     if (Registry::ValueExists(key, L"level_low"))
-        into.levelLow = static_cast<int32_t>(Registry::ReadDwordValue(key, L"level_low"));
+        settings.levelLow = static_cast<int32_t>(Registry::ReadDwordValue(key, L"level_low"));
     if (Registry::ValueExists(key, L"level_hi"))
-        into.levelHigh = static_cast<int32_t>(Registry::ReadDwordValue(key, L"level_hi"));
+        settings.levelHigh = static_cast<int32_t>(Registry::ReadDwordValue(key, L"level_hi"));
 }
 
 void initialiseOnce() {
-    std::wstring failure;
-    Settings use;
-    {
-        const std::lock_guard<std::mutex> lock(settingsMutex);
-        if (settings.initialised)
-            return;
-        settings.initialised = true;
-        settings.logPath = LogFilePath();
-        try {
-            readRegistrySettings(settings);
-        } catch (const RegistryException &error) {
-            failure = error.message();
-        }
-        use = settings;
+    if (settings.initialised)
+        return;
+    settings.initialised = true;
+    settings.logPath = LogFilePath();
+    try {
+        readRegistrySettings();
+    } catch (const RegistryException &error) {
+        // The place that this line names is the same in every version.
+        writeLine("helpers/LogHelper", 69, "log", false, error.message());
     }
-    // The place that this line names is the same in every version.
-    if (!failure.empty())
-        writeLine(use, "helpers/LogHelper", 69, "log", false, failure);
 }
 
 UniqueFile openFile(const wchar_t *path, const wchar_t *mode) {
@@ -171,17 +143,17 @@ void LogWrite(const char *sourceFile, uint32_t line, const char *function, bool 
     va_list arguments;
     va_start(arguments, format);
     try {
+        const std::lock_guard<std::mutex> lock(turn);
         initialiseOnce();
-        const Settings use = currentSettings();
-        if (!isTrace || use.traceEnabled)
-            writeLine(use, sourceFile, line, function, isTrace, formatted(format, arguments));
+        if (!isTrace || settings.traceEnabled)
+            writeLine(sourceFile, line, function, isTrace, formatted(format, arguments));
     } catch (const std::bad_alloc &) { // the line is lost, as with any other failure
     }
     va_end(arguments);
 }
 
 void LogConfigure(FILE *stream, bool traceEnabled, bool noPrefix, bool consoleColours) {
-    const std::lock_guard<std::mutex> lock(settingsMutex);
+    const std::lock_guard<std::mutex> lock(turn);
     settings.initialised = true;
     settings.persistentStream = stream;
     settings.traceEnabled = traceEnabled;
@@ -192,7 +164,7 @@ void LogConfigure(FILE *stream, bool traceEnabled, bool noPrefix, bool consoleCo
 }
 
 void LogReset() {
-    const std::lock_guard<std::mutex> lock(settingsMutex);
+    const std::lock_guard<std::mutex> lock(turn);
     settings.initialised = false;
     settings.logPath.clear();
     settings.traceEnabled = false;
@@ -204,28 +176,27 @@ std::wstring LogFilePath() {
 }
 
 bool LogLevelEnabled(int32_t level) {
-    const Settings use = currentSettings();
-    if (use.levelLow == use.levelHigh)
-        return level == use.levelLow;
-    return use.levelLow <= level && level <= use.levelHigh;
+    const std::lock_guard<std::mutex> lock(turn);
+    if (settings.levelLow == settings.levelHigh)
+        return level == settings.levelLow;
+    return settings.levelLow <= level && level <= settings.levelHigh;
 }
 
 void LogWriteTo(const wchar_t *path, const wchar_t *format, ...) {
     va_list arguments;
     va_start(arguments, format);
-    const std::string text = utf8(formatted(format, arguments));
+    const QByteArray text = utf8(formatted(format, arguments));
     va_end(arguments);
-    WriteFileBytes(path, text.data(), text.size());
+    WriteFileBytes(path, text.data(), static_cast<size_t>(text.size()));
 }
 
 int WriteFileBytes(const wchar_t *path, const void *bytes, size_t byteCount) {
-    const Settings use = currentSettings();
     errno = 0;
-    UniqueFile own = use.persistentStream ? nullptr : openFile(path, L"wb");
-    FILE *stream = use.persistentStream ? use.persistentStream : own.get();
+    UniqueFile own = settings.persistentStream ? nullptr : openFile(path, L"wb");
+    FILE *stream = own ? own.get() : settings.persistentStream;
     if (!stream)
         return errno;
-    std::fseek(stream, 0, use.append ? SEEK_END : SEEK_SET);
+    std::fseek(stream, 0, settings.append ? SEEK_END : SEEK_SET);
     const bool whole = std::fwrite(bytes, 1, byteCount, stream) == byteCount;
     const int result = own ? std::fclose(own.release()) : std::fflush(stream);
     return whole ? result : EOF;

@@ -4,19 +4,15 @@ namespace {
 
 constexpr LCID kChinesePrc = 2052;
 
-int showBox(const wchar_t *text, const wchar_t *title, unsigned flags) {
-    return MessageBoxW(nullptr, text, title, flags);
-}
-
 } // namespace
 
 int ShowMessage(const QString &text, const wchar_t *title, unsigned flags) {
-    return showBox(text.toStdWString().c_str(), title, flags);
+    return MessageBoxW(nullptr, text.toStdWString().c_str(), title, flags);
 }
 
 int ShowMessageByFlag(const wchar_t *english, const wchar_t *chinese, const wchar_t *title, bool useEnglish,
                       unsigned flags) {
-    return showBox(useEnglish ? english : chinese, title, flags);
+    return MessageBoxW(nullptr, useEnglish ? english : chinese, title, flags);
 }
 
 int ShowMessageByLocale(const wchar_t *english, const wchar_t *chinese, const wchar_t *title,

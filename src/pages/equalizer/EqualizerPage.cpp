@@ -24,10 +24,6 @@ QString gainText(int gain) {
     return gain > 0 ? QLatin1Char('+') + QString::number(gain) : QString::number(gain);
 }
 
-std::u16string toUnits(const QString &name) {
-    return name.toStdU16String();
-}
-
 // Not QString::fromUtf16, which would take a leading U+FEFF for a byte order mark.
 QString fromUnits(const std::u16string &name) {
     return QString(reinterpret_cast<const QChar *>(name.data()), static_cast<int>(name.size()));
@@ -145,7 +141,7 @@ void EqualizerPage::resetCurve() {
 void EqualizerPage::recallCurve(const QString &name) {
     if (!isOn())
         return;
-    if (!EqCurves::recall(context_.device.curves, toUnits(name), context_.device.extension)) {
+    if (!EqCurves::recall(context_.device.curves, name.toStdU16String(), context_.device.extension)) {
         ShowMessage(QStringLiteral("not found"), nullptr, MB_OK);
         return;
     }
@@ -159,7 +155,8 @@ void EqualizerPage::saveCurve() {
     QComboBox &names = *context_.form.comboBox;
     const QString name = names.currentText();
     const auto writeFile = [this](const EqCurveStore &store) { EqCurveFile::save(curveFilePath_, store); };
-    switch (EqCurves::save(context_.device.curves, toUnits(name), context_.device.extension, writeFile)) {
+    switch (
+        EqCurves::save(context_.device.curves, name.toStdU16String(), context_.device.extension, writeFile)) {
     case EqCurves::SaveResult::Added:
         names.addItem(name);
         break;
@@ -181,7 +178,7 @@ void EqualizerPage::deleteCurve() {
     const int item = names.findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive);
     if (item >= 0)
         names.removeItem(item);
-    EqCurves::remove(store, toUnits(name));
+    EqCurves::remove(store, name.toStdU16String());
     names.setCurrentIndex(store.current);
     EqCurveFile::save(curveFilePath_, store);
     showCurveName();

@@ -3,7 +3,6 @@
 #include "device/DeviceApi.h"
 #include "helpers/LogHelper.h"
 #include "pages/lighting/ColourEntry.h"
-#include "pages/lighting/PalettePoint.h"
 #include "pages/StyleSheetText.h"
 #include "ui_demoClass.h"
 
@@ -73,11 +72,10 @@ void LedPage::pickPaletteColour(int x, int y) {
     QOR_TRACE(L"x=%d,y=%d", x, y);
     const QImage image(QStringLiteral(":/page4/png/pallete.png"));
     const QWidget &palette = *context_.form.label_color_pat;
-    const auto pixel =
-        toPalettePixel({x, y}, {palette.width(), palette.height()}, {image.width(), image.height()});
-    if (!pixel)
+    if (image.isNull() || !palette.rect().contains(x, y))
         return;
-    const QRgb colour = image.pixel(pixel->x, pixel->y);
+    const QRgb colour =
+        image.pixel(x * image.width() / palette.width(), y * image.height() / palette.height());
     takeColour({static_cast<uint8_t>(qRed(colour)), static_cast<uint8_t>(qGreen(colour)),
                 static_cast<uint8_t>(qBlue(colour))});
 }
