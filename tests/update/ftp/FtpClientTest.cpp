@@ -61,7 +61,7 @@ TEST(DownloadToMemory, FetchesTheFileInAFixedOrderAndReportsEveryChunk) {
     EXPECT_TRUE(seen.bytes == file);
     EXPECT_GE(seen.reports.size(), 5u); // 64 KiB at most each, and the end
     EXPECT_TRUE(std::is_sorted(seen.reports.begin(), seen.reports.end()));
-    EXPECT_EQ(seen.reports.end()[-2], std::pair(2u, 100));
+    EXPECT_EQ(seen.reports[seen.reports.size() - 2], std::pair(2u, 100));
     EXPECT_TRUE(server.awaitLine("closed"));
     EXPECT_THAT(server.lines(), ElementsAre("USER maker", "PASS secret word", "SIZE dir\\file", "TYPE I",
                                             "PASV", "RETR dir\\file", "QUIT", "closed"));
