@@ -1,23 +1,8 @@
 #include "device/DeviceApi.h"
 
 #include "device/qor_ecd_api.h"
-#include "helpers/LogHelper.h"
 
 namespace DeviceApi {
-
-namespace {
-
-// A slider's drag writes a hundred blocks: a failure is told once, until the result changes.
-int32_t writeAnyBlock(DeviceInfo &info, int32_t type, void *block) {
-    static int32_t lastResult = 0;
-    const int32_t result = ::setDeviceProperty(&info, type, block, kAccessKey);
-    if (result < 0 && result != lastResult)
-        QOR_LOG(L"property block %d was not written: result %d", type, result);
-    lastResult = result;
-    return result;
-}
-
-} // namespace
 
 int32_t initDriver() {
     return ::init(kAccessKey);
@@ -32,15 +17,15 @@ int32_t readDeviceInfo(DeviceInfo &info) {
 }
 
 int32_t writeBlock(DeviceInfo &info, SystemBlock &block) {
-    return writeAnyBlock(info, 1, &block);
+    return ::setDeviceProperty(&info, 1, &block, kAccessKey);
 }
 
 int32_t writeBlock(DeviceInfo &info, SoundBlock &block) {
-    return writeAnyBlock(info, 2, &block);
+    return ::setDeviceProperty(&info, 2, &block, kAccessKey);
 }
 
 int32_t writeBlock(DeviceInfo &info, ExtBlock &block) {
-    return writeAnyBlock(info, 3, &block);
+    return ::setDeviceProperty(&info, 3, &block, kAccessKey);
 }
 
 void releaseDevice(DeviceInfo &info) {

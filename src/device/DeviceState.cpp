@@ -1,26 +1,32 @@
 #include "device/DeviceState.h"
 
 #include "device/DeviceApi.h"
+#include "helpers/LogHelper.h"
 
 #include <cstring>
 
 void DeviceState::saveType1Block() {
     system.headCopy = system.head;
-    DeviceApi::writeBlock(info, system);
-    emit written();
+    afterWrite(1, DeviceApi::writeBlock(info, system));
 }
 
 int32_t DeviceState::saveType2Block() {
     system.sound = sound;
     virtualSurroundOn = sound.virtualSurroundOn;
-    const int32_t result = DeviceApi::writeBlock(info, sound);
-    emit written();
-    return result;
+    return afterWrite(2, DeviceApi::writeBlock(info, sound));
 }
 
 void DeviceState::saveType3Block() {
-    DeviceApi::writeBlock(info, extension);
+    afterWrite(3, DeviceApi::writeBlock(info, extension));
+}
+
+// A slider's drag writes a hundred blocks: a failure is told once, until the result changes.
+int32_t DeviceState::afterWrite(int type, int32_t result) {
+    if (result < 0 && result != lastResult_)
+        QOR_LOG(L"property block %d was not written: result %d", type, result);
+    lastResult_ = result;
     emit written();
+    return result;
 }
 
 void DeviceState::refreshSoundBlock() {

@@ -35,4 +35,9 @@ public:
 signals:
     void written();       // after every write
     void soundReplaced(); // by another image from the device: all who show it show it again
+
+private:
+    int32_t afterWrite(int type, int32_t result);
+
+    int32_t lastResult_ = 0; // of a write
 };

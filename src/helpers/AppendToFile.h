@@ -1,18 +1,15 @@
-// Log files that several threads and processes append to.
+// Log files that several processes append to.
 #pragma once
 
 #include "helpers/WinHandles.h"
 
-#include <mutex>
 #include <string>
 
-// Appends the bytes in one piece and makes a missing file; waits for no other program. False when the file
-// cannot be opened or written.
+// Appends the bytes in one piece and makes a missing file; waits for no other program. Threads of one process
+// must take turns. False when the file cannot be opened or written.
 inline bool appendToFile(const std::wstring &path, const std::string &bytes) {
     // Windows writes to the end in one step when FILE_APPEND_DATA is all that is asked for (CreateFile,
-    // "Appending to a file"). Wine looks for the end first, so the threads of this process take turns.
-    static std::mutex turn;
-    const std::lock_guard<std::mutex> lock(turn);
+    // "Appending to a file"). Wine looks for the end first.
     const UniqueFileHandle file(CreateFileW(path.c_str(), FILE_APPEND_DATA,
                                             FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                             OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));

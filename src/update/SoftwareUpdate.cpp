@@ -94,7 +94,7 @@ CheckResult SoftwareUpdate::askServer() {
         return CheckResult::NoInformation;
     }
     updateInformation_ = updateInformationText(bytes.data(), bytes.size());
-    if (bytes.size() == 0)
+    if (bytes.empty())
         return CheckResult::EmptyInformation;
     return listsInstaller(updateInformation_, installedCrc) ? CheckResult::IsCurrent
                                                             : CheckResult::NewVersion;

@@ -199,7 +199,7 @@ void VolumePage::setLevels(const VolumeBalance::Levels &levels) {
 }
 
 void VolumePage::setEndpointVolume(Echo echo) {
-    const int master = context_.device.sound.masterVolume;
+    const int8_t master = context_.device.sound.masterVolume;
     const auto set = [master] { DeviceApi::setVolume(master, DeviceApi::Endpoint::Playback); };
     echoes_.sent(master, echo, std::chrono::steady_clock::now());
     if (echo == Echo::Followed) {
